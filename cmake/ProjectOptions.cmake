@@ -1,0 +1,22 @@
+# What every target of the project is compiled with.
+option(QUIREL_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(QUIREL_WERROR "Treat warnings as errors" OFF)
+
+add_library(quirel_options INTERFACE)
+target_compile_definitions(quirel_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
+                                                    QT_NO_URL_CAST_FROM_STRING)
+target_include_directories(quirel_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(MSVC)
+    target_compile_options(quirel_options INTERFACE /utf-8 /W4 $<$<BOOL:${QUIREL_WERROR}>:/WX>)
+else()
+    target_compile_options(
+        quirel_options
+        INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+                  $<$<BOOL:${QUIREL_WERROR}>:-Werror>)
+endif()
+
+if(QUIREL_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
