@@ -1,0 +1,193 @@
+#include "link/cmdclient.h"
+
+#include "link/textlog.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QScopedValueRollback>
+#include <QTcpSocket>
+#include <QThread>
+
+namespace {
+
+constexpr int ConnectTimeout = 5000;       // ms
+constexpr int DisconnectTimeout = 3000;    // ms
+constexpr unsigned long RoundPause = 1000; // us
+
+} // namespace
+
+CmdClient::CmdClient(QTextEdit *log, QObject *parent)
+    : QObject(parent),
+      socket(new QTcpSocket(this)),
+      infoText(log),
+      sendBuffer(std::make_unique<uint8_t[]>(wire::SendCapacity))
+{
+    connect(socket, SIGNAL(connected()), this, SLOT(connected()));
+    connect(socket, SIGNAL(disconnected()), this, SLOT(disconnected()));
+    connect(socket, SIGNAL(bytesWritten(qint64)), this, SLOT(bytesWritten(qint64)));
+    connect(socket, SIGNAL(readyRead()), this, SLOT(readyRead()));
+}
+
+CmdClient::~CmdClient()
+{
+    if (isConnected)
+        socket->disconnectFromHost();
+}
+
+bool CmdClient::connectToDevice(const char *host, quint16 port)
+{
+    if (isConnected) {
+        socket->disconnectFromHost();
+        if (socket->state() != QAbstractSocket::UnconnectedState)
+            socket->waitForDisconnected(DisconnectTimeout);
+        isConnected = false;
+    }
+    // A socket that is still busy with its last connection would refuse a new one.
+    socket->abort();
+    socket->connectToHost(QString::fromLatin1(host), port, QIODevice::ReadWrite,
+                          QAbstractSocket::AnyIPProtocol);
+    isConnected = socket->waitForConnected(ConnectTimeout);
+    if (isConnected)
+        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    log(isConnected ? tr("Device connected.") : tr("Connecting failed."));
+    return isConnected;
+}
+
+bool CmdClient::disconnectFromDevice()
+{
+    if (isConnected)
+        socket->disconnectFromHost();
+    log(tr("The connection is abandoned."));
+    isConnected = false;
+    return true;
+}
+
+int CmdClient::sendPacket(uint32_t totalLength)
+{
+    if (totalLength < wire::AckSize || totalLength > wire::SendCapacity)
+        return 0;
+    const auto following = static_cast<uint32_t>(totalLength - wire::HeadSize);
+    sendBuffer[0] = wire::Magic0;
+    sendBuffer[1] = wire::Magic1;
+    sendBuffer[wire::LengthOffset] = static_cast<uint8_t>(following >> 16);
+    sendBuffer[wire::LengthOffset + 1] = static_cast<uint8_t>(following >> 8);
+    sendBuffer[wire::LengthOffset + 2] = static_cast<uint8_t>(following);
+
+    const qint64 written =
+        socket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
+    if (static_cast<uint32_t>(written) == totalLength)
+        return 1;
+    log(tr("Fail to send the data packet：%1").arg(written));
+    return 0;
+}
+
+bool CmdClient::waitAck(int expectedLength, int rounds)
+{
+    return waitUntil([this, expectedLength] { return recvBuffer.size() >= expectedLength; },
+                     rounds);
+}
+
+bool CmdClient::waitReply(int capLength, int rounds)
+{
+    return waitUntil(
+        [this, capLength] {
+            const size_t total = reply().declaredTotal();
+            return (total > 0 && reply().received() >= total) || recvBuffer.size() >= capLength;
+        },
+        rounds);
+}
+
+bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
+{
+    const QScopedValueRollback<bool> inside(waiting, true);
+    recvBuffer.clear();
+    for (int round = 0; round < rounds; ++round) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        if (complete()) {
+            qDebug().nospace() << "success data num: " << recvBuffer.size();
+            return true;
+        }
+        QThread::usleep(RoundPause);
+    }
+    qDebug().nospace() << "fail data num: " << recvBuffer.size();
+    return false;
+}
+
+PacketWriter CmdClient::request(wire::Command command)
+{
+    PacketWriter packet(sendBuffer.get(), wire::SendCapacity);
+    packet.u8(static_cast<uint8_t>(command));
+    return packet;
+}
+
+bool CmdClient::exchange(const PacketWriter &packet, const Wait &wait)
+{
+    if (!packet.fits()) {
+        log(tr("The data is too long for one packet."));
+        return false;
+    }
+    if (!sendPacket(packet.size()))
+        return false;
+    const int bytes = static_cast<int>(wait.bytes);
+    if (wait.kind == Wait::Ack ? waitAck(bytes, wait.rounds) : waitReply(bytes, wait.rounds))
+        return true;
+    if (!wait.silent)
+        log(tr("Fail to accept ACK."));
+    return false;
+}
+
+bool CmdClient::accepted(const Refusal &refusal)
+{
+    const quint8 status = reply().u8(wire::StatusOffset);
+    return status == wire::StatusOk || refuse(refusal, status);
+}
+
+bool CmdClient::acceptedData(const Refusal &refusal, uint32_t skipped, uint8_t *out,
+                             uint32_t *outLen, size_t capacity)
+{
+    const ReplyView view = reply();
+    const uint32_t declared = view.declaredLength();
+    // A reply that declares nothing has no status byte either, whatever may follow it.
+    const quint8 status = declared > 0 ? view.u8(wire::StatusOffset) : wire::StatusOk;
+    if (status != wire::StatusOk || !view.isWhole(skipped) || declared - skipped > capacity)
+        return refuse(refusal, status);
+    *outLen = declared - skipped;
+    return view.copy(wire::HeadSize + skipped, *outLen, out);
+}
+
+bool CmdClient::refuse(const Refusal &refusal, quint8 status)
+{
+    const QString text = tr(refusal.text);
+    switch (refusal.statusForm) {
+    case Refusal::Plain:
+        log(text);
+        break;
+    case Refusal::Decimal:
+        log(text.arg(status));
+        break;
+    case Refusal::Character:
+        log(text.arg(static_cast<char>(status)));
+        break;
+    }
+    return false;
+}
+
+void CmdClient::log(const QString &line)
+{
+    textlog::append(infoText, line);
+}
+
+void CmdClient::connected() {}
+
+void CmdClient::disconnected() {}
+
+void CmdClient::bytesWritten(qint64 /*bytes*/) {}
+
+void CmdClient::readyRead()
+{
+    qDebug().nospace() << "SDK: " << socket->bytesAvailable();
+    // What arrives between two commands belongs to none; only its last batch is kept.
+    if (!waiting)
+        recvBuffer.clear();
+    recvBuffer.append(socket->readAll());
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <cstddef>
+
+/// What the terminal's work mode can be; the byte on the wire.
+enum class DeviceMode : quint8 {
+    Idle = 0,
+    Enroll = 1,
+    LocalRecognition = 3,
+    RemoteRecognition = 4,
+    RemoteEnroll = 6,
+};
+
+/// The packet format shared by console and terminal. Offsets count from a packet's first byte;
+/// integers are unsigned and big-endian.
+namespace wire {
+
+// Head: two magic bytes, then the number of bytes that follow the head, in 24 bits.
+constexpr quint8 Magic0 = 0xEA;
+constexpr quint8 Magic1 = 0xC5;
+constexpr size_t LengthOffset = 2;
+constexpr size_t HeadSize = 5;
+
+// Behind the head: a request's command code or a reply's status, then the payload.
+constexpr size_t CodeOffset = 5;
+constexpr size_t StatusOffset = 5;
+constexpr size_t PayloadOffset = 6;
+constexpr size_t AckSize = 6;
+
+/// Longest request that the console can send, head included.
+constexpr size_t SendCapacity = 65536;
+
+// Camera frames: 8-bit grey, rows top to bottom without padding.
+constexpr int FrameWidth = 540;
+constexpr int FrameHeight = 720;
+constexpr size_t FrameSize = size_t{FrameWidth} * FrameHeight;
+
+constexpr quint8 StatusOk = 0;
+
+enum class Command : quint8 {
+    GetTofDistance = 0x00,
+    GetPalmprintImage = 0x01,
+    GetPalmVeinImage = 0x02,
+    GetDualImages = 0x03,
+    SetMode = 0x04,
+    GetMode = 0x05,
+    GetRtcTime = 0x06,
+    SetRtcTime = 0x07,
+    SetDebugAddress = 0x08,
+    SetTofBias = 0x0A,
+    GetTofBias = 0x0B,
+    ClearUsers = 0x0E,
+    GetUserList = 0x10,
+    SetUserConfig = 0x15,
+    GetUserConfig = 0x16,
+    GetSystemInfo = 0x17,
+    GetVendorConfig = 0x18,
+    SetVendorConfig = 0x19,
+    GetOutputConfig = 0x1A,
+    SetOutputConfig = 0x1B,
+    GetRemoteEnrollImages = 0x27,
+    GetRemoteFeatures = 0x28,
+    ImportUserFeatures = 0x2A,
+    AddUser = 0x30,
+    DeleteUser = 0x31,
+    GetEmptyUserId = 0x33,
+    DeleteUserFeatures = 0x34,
+    GetRecordFileList = 0x40,
+    DeleteMonthRecords = 0x41,
+    ClearRecords = 0x42,
+    GetMonthRecords = 0x43,
+    SetSerialNumber = 0x50,
+    AddQrCode = 0x60,
+    ClearQrCodes = 0x61,
+    DeleteQrCode = 0x62,
+    GetQrCodeList = 0x63,
+    Reboot = 0xEF,
+};
+
+} // namespace wire
