@@ -1,0 +1,42 @@
+#include "config/json.h"
+
+#include <json/reader.h>
+
+#include <exception>
+
+namespace {
+
+const Json::Value *member(const Json::Value &object, const char *key)
+{
+    return object.isObject() && object.isMember(key) ? &object[key] : nullptr;
+}
+
+} // namespace
+
+bool json::parse(const char *text, size_t length, Json::Value *root)
+{
+    try {
+        Json::Reader reader;
+        if (reader.parse(text, text + length, *root, false))
+            return true;
+    } catch (const std::exception &) { // nested too deeply
+    }
+    *root = Json::Value();
+    return false;
+}
+
+std::optional<QString> json::text(const Json::Value &object, const char *key)
+{
+    const Json::Value *value = member(object, key);
+    if (!value || !value->isConvertibleTo(Json::stringValue))
+        return std::nullopt;
+    return QString::fromStdString(value->asString());
+}
+
+std::optional<int> json::number(const Json::Value &object, const char *key)
+{
+    const Json::Value *value = member(object, key);
+    if (!value || !value->isConvertibleTo(Json::intValue))
+        return std::nullopt;
+    return value->asInt();
+}
