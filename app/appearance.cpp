@@ -1,0 +1,31 @@
+#include "app/appearance.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QIcon>
+
+namespace {
+
+constexpr int FontPixels = 11;
+constexpr int IconSizes[] = {16, 24, 32, 48, 64, 128, 256};
+
+} // namespace
+
+// The macro wants the global namespace.
+static void initResources()
+{
+    Q_INIT_RESOURCE(quirel);
+}
+
+void prepareAppearance()
+{
+    QFont font = QApplication::font();
+    font.setPixelSize(FontPixels);
+    QApplication::setFont(font);
+
+    initResources();
+    QIcon icon;
+    for (const int size : IconSizes)
+        icon.addFile(QStringLiteral(":/icons/quirel-%1.png").arg(size), QSize(size, size));
+    QApplication::setWindowIcon(icon);
+}

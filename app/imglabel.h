@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QLabel>
+
+/// A picture that tells where the mouse is over it, in its own coordinates; moves are told without
+/// a pressed button too.
+class ImgLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit ImgLabel(QWidget *parent = nullptr);
+
+signals:
+    void mouseMoved(QPoint position);
+    void mousePressed(QPoint position);
+
+protected:
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+};

@@ -1,0 +1,19 @@
+#include "app/appearance.h"
+#include "app/mainwindow.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setOrganizationDomain(QStringLiteral("kovant.example"));
+    QCoreApplication::setOrganizationName(QStringLiteral("Kovant"));
+    QCoreApplication::setApplicationName(QStringLiteral("Quirel"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("V1.0"));
+
+    QApplication application(argc, argv);
+    prepareAppearance();
+
+    MainWindow window;
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,146 @@
+#include "app/mainwindow.h"
+
+#include "app/imglabel.h"
+#include "app/watchserver.h"
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QTextEdit>
+#include <QTimer>
+
+namespace {
+
+constexpr QSize LogSize(320, 200);
+constexpr QSize PixmapSize(480, 640);
+
+QTextEdit *createLog(const char *name)
+{
+    auto *log = controls::sized(new QTextEdit, LogSize);
+    log->setObjectName(QLatin1String(name));
+    textlog::prepare(log);
+    return log;
+}
+
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent),
+      rgbFrameBuffer(wire::FrameSize),
+      irFrameBuffer(wire::FrameSize),
+      rgbPixmap(PixmapSize),
+      irPixmap(PixmapSize),
+      infoText(createLog("infoText")),
+      watchText(createLog("watchText"))
+{
+    setWindowTitle(tr("Quirel"));
+    createLayout();
+
+    watchServer = new WatchServer(watchText, this);
+    client = new CmdClient(infoText, this);
+    enableConnection(false);
+
+    updateTimer = new QTimer(this);
+    connect(updateTimer, SIGNAL(timeout()), this, SLOT(update_task()));
+}
+
+void MainWindow::createLayout()
+{
+    QGroupBox *video = createVideoPanel();
+    QGroupBox *videoControl = createVideoControlGroup();
+    QGroupBox *users = createUserGroup();
+    QGroupBox *listener = createListenerGroup();
+    QGroupBox *hint = createHintGroup();
+    QGroupBox *settings = createSettingsGroup();
+    QGroupBox *connection = createConnectionGroup();
+    connectionGroups = {videoControl, users, settings, listener};
+
+    auto *controlRow = new QHBoxLayout;
+    controlRow->addWidget(videoControl);
+    controlRow->addStretch();
+    controlRow->addWidget(users);
+
+    auto *left = new QVBoxLayout;
+    left->addWidget(video, 1);
+    left->addLayout(controlRow);
+
+    auto *right = new QVBoxLayout;
+    right->addWidget(listener);
+    for (QGroupBox *group : {hint, settings, connection}) {
+        right->addStretch();
+        right->addWidget(group);
+    }
+
+    auto *central = new QWidget;
+    auto *columns = new QHBoxLayout(central);
+    columns->addLayout(left);
+    columns->addStretch();
+    columns->addLayout(right);
+    setCentralWidget(central);
+    setFixedSize(sizeHint());
+
+    createTabOrder({connection, videoControl, users, settings, listener, hint});
+}
+
+/// From where work begins, the connection, through the controls to the logs.
+void MainWindow::createTabOrder(const QList<QGroupBox *> &groups)
+{
+    QWidget *previous = nullptr;
+    for (QGroupBox *group : groups) {
+        const auto widgets = group->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        for (QWidget *widget : widgets) {
+            if (!(widget->focusPolicy() & Qt::TabFocus))
+                continue;
+            setTabOrder(previous, widget);
+            previous = widget;
+        }
+    }
+    openBtn->setFocus();
+}
+
+QGridLayout *MainWindow::createButtonGrid(std::initializer_list<GridButton> buttons, int columns,
+                                          QSize buttonSize)
+{
+    auto *grid = new QGridLayout;
+    int cell = 0;
+    for (const GridButton &spec : buttons) {
+        QPushButton *button = controls::button(tr(spec.text), buttonSize, this, spec.slot);
+        if (spec.member)
+            this->*spec.member = button;
+        grid->addWidget(button, cell / columns, cell % columns);
+        ++cell;
+    }
+    return grid;
+}
+
+QGroupBox *MainWindow::createHintGroup()
+{
+    auto *group = new QGroupBox(tr("Hint"));
+    addLogWithClear(new QVBoxLayout(group), infoText, SLOT(clearInfoTextBtnClickAct()));
+    return group;
+}
+
+void MainWindow::addLogWithClear(QBoxLayout *layout, QTextEdit *log, const char *clearSlot)
+{
+    layout->addWidget(log);
+    auto *clearBtn = controls::button(tr("Clear"), QSize(), this, clearSlot);
+    layout->addWidget(clearBtn, 0, Qt::AlignRight);
+}
+
+void MainWindow::clearInfoTextBtnClickAct()
+{
+    infoText->clear();
+}
+
+void MainWindow::log(const QString &line)
+{
+    textlog::append(infoText, line);
+}
+
+void MainWindow::notSupported()
+{
+    log(tr("Not supported for now."));
+}

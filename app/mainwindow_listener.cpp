@@ -1,0 +1,69 @@
+#include "app/mainwindow.h"
+
+#include "app/watchserver.h"
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTextEdit>
+
+namespace {
+
+constexpr QSize LabelSize(90, 25);
+constexpr QSize FieldSize(80, 25);
+constexpr QSize ButtonSize(110, 25);
+
+// What the terminal is told, whatever port the field holds.
+constexpr quint16 AnnouncedPort = 60086;
+
+} // namespace
+
+QGroupBox *MainWindow::createListenerGroup()
+{
+    watchPortEdit = controls::sized(new QLineEdit(QString::number(AnnouncedPort)), FieldSize);
+    watchPortEdit->setObjectName(QStringLiteral("watchPortEdit"));
+    openWatchBtn =
+        controls::button(tr("Start Listening"), ButtonSize, this, SLOT(openWatchBtnClickAct()));
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(controls::label(QStringLiteral("Listening Port:"), LabelSize, watchPortEdit));
+    row->addWidget(watchPortEdit);
+    row->addStretch();
+    row->addWidget(openWatchBtn);
+
+    auto *group = new QGroupBox(tr("Message Listening"));
+    auto *layout = new QVBoxLayout(group);
+    layout->addLayout(row);
+    addLogWithClear(layout, watchText, SLOT(clearWatchTextBtnClickAct()));
+    return group;
+}
+
+void MainWindow::clearWatchTextBtnClickAct()
+{
+    watchText->clear();
+}
+
+void MainWindow::openWatchBtnClickAct()
+{
+    if (openWatchBtn->text().trimmed() != tr("Start Listening")) {
+        watchServer->stopListen();
+        openWatchBtn->setText(tr("Start Listening"));
+        return;
+    }
+    watchServer->startListen(static_cast<quint16>(watchPortEdit->text().toInt()));
+
+    quint8 ip[4] = {};
+    WatchServer::findLocalAddress(ip, hostEdit->text().trimmed());
+    textlog::append(watchText, tr("Local Address：%1.%2.%3.%4: %5")
+                                   .arg(ip[0])
+                                   .arg(ip[1])
+                                   .arg(ip[2])
+                                   .arg(ip[3])
+                                   .arg(AnnouncedPort));
+    client->setDebugAddress(ip, AnnouncedPort);
+    openWatchBtn->setText(tr("Stop Listening"));
+}

@@ -1,0 +1,272 @@
+#include "app/mainwindow.h"
+
+#include "app/imglabel.h"
+#include "link/cmdclient.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+constexpr QSize ControlButtonSize(150, 36);
+constexpr int ControlGroupWidth = 480;
+constexpr int ControlColumns = 3;
+
+// Two thirds of a frame: one step of the mouse is one and a half pixels of the frame.
+constexpr QSize PictureSize(360, 480);
+
+constexpr int FrameInterval = 10;       // ms
+constexpr int PalmHeightInterval = 100; // ms
+
+} // namespace
+
+const MainWindow::Collector MainWindow::collectors[] = {
+    {Palmprint, FrameInterval, &MainWindow::showRgbBtn, QT_TR_NOOP("Palmprint Preview"),
+     QT_TR_NOOP("Stop Collecting"), &MainWindow::collectPalmprint,
+     QT_TR_NOOP("Palmprint image acquisition failed.")},
+    {PalmVein, FrameInterval, &MainWindow::showIrBtn, QT_TR_NOOP("Palm Vein Preview"),
+     QT_TR_NOOP("Stop Collecting"), &MainWindow::collectPalmVein,
+     QT_TR_NOOP("Palm vein image acquisition failed.")},
+    {Joint, FrameInterval, &MainWindow::showMixBtn, QT_TR_NOOP("Joint Preview"),
+     QT_TR_NOOP("Stop Collecting"), &MainWindow::collectJoint,
+     QT_TR_NOOP("Image acquisition failed.")},
+    {PalmHeight, PalmHeightInterval, &MainWindow::getTofDistBtn, QT_TR_NOOP("Get Palm Height"),
+     QT_TR_NOOP("stop collecting"), &MainWindow::collectPalmHeight,
+     QT_TR_NOOP("Image acquisition failed.")},
+};
+
+QGroupBox *MainWindow::createVideoPanel()
+{
+    pixelReadoutLabel = new QLabel(tr("Pix(X, Y): value"));
+    pixelReadoutLabel->setObjectName(QStringLiteral("pixelReadoutLabel"));
+
+    rgbImgLabel = createImgLabel("rgbImgLabel", &rgbPixmap);
+    connect(rgbImgLabel, SIGNAL(mouseMoved(QPoint)), this, SLOT(rgbImgLabelMouseMoved(QPoint)));
+    connect(rgbImgLabel, SIGNAL(mousePressed(QPoint)), this, SLOT(rgbImgLabelMousePressed(QPoint)));
+    irImgLabel = createImgLabel("irImgLabel", &irPixmap);
+    connect(irImgLabel, SIGNAL(mouseMoved(QPoint)), this, SLOT(irImgLabelMouseMoved(QPoint)));
+    connect(irImgLabel, SIGNAL(mousePressed(QPoint)), this, SLOT(irImgLabelMousePressed(QPoint)));
+
+    auto *columns = new QHBoxLayout;
+    columns->addStretch(1);
+    columns->addLayout(createCameraColumn(tr("Palmprint"), rgbImgLabel));
+    columns->addStretch(2);
+    columns->addLayout(createCameraColumn(tr("Palm Vein"), irImgLabel));
+    columns->addStretch(1);
+
+    auto *panel = new QGroupBox;
+    auto *layout = new QVBoxLayout(panel);
+    layout->addStretch();
+    layout->addLayout(columns);
+    layout->addWidget(pixelReadoutLabel, 0, Qt::AlignHCenter);
+    layout->addStretch();
+    return panel;
+}
+
+ImgLabel *MainWindow::createImgLabel(const char *name, QPixmap *pixmap)
+{
+    auto *label = controls::sized(new ImgLabel, PictureSize);
+    label->setObjectName(QLatin1String(name));
+    label->setScaledContents(true);
+    label->setMargin(0);
+    pixmap->fill(Qt::lightGray);
+    label->setPixmap(*pixmap);
+    return label;
+}
+
+QLayout *MainWindow::createCameraColumn(const QString &caption, ImgLabel *label)
+{
+    auto *column = new QVBoxLayout;
+    column->addWidget(new QLabel(caption), 0, Qt::AlignHCenter);
+    column->addWidget(label);
+    return column;
+}
+
+QGroupBox *MainWindow::createVideoControlGroup()
+{
+    auto *group = new QGroupBox(tr("Video Control"));
+    group->setFixedWidth(ControlGroupWidth);
+    group->setLayout(createButtonGrid(
+        {
+            {collectors[0].idleText, SLOT(showRgbBtnClickAct()), &MainWindow::showRgbBtn},
+            {collectors[1].idleText, SLOT(showIrBtnClickAct()), &MainWindow::showIrBtn},
+            {collectors[2].idleText, SLOT(showMixBtnClickAct()), &MainWindow::showMixBtn},
+            {QT_TR_NOOP("Save Palmprint PNG"), SLOT(saveRgbPngBtnClickAct())},
+            {QT_TR_NOOP("Save Palm Vein PNG"), SLOT(saveIrPngBtnClickAct())},
+            {QT_TR_NOOP("Save Joint PNG"), SLOT(saveMixPngBtnClickAct())},
+            {QT_TR_NOOP("Save Palmprint RAW"), SLOT(saveRgbRawBtnClickAct())},
+            {QT_TR_NOOP("Save Palm Vein RAW"), SLOT(saveIrRawBtnClickAct())},
+            {QT_TR_NOOP("Save Joint RAW"), SLOT(saveMixRawBtnClickAct())},
+        },
+        ControlColumns, ControlButtonSize));
+    return group;
+}
+
+void MainWindow::showRgbBtnClickAct()
+{
+    toggleCollecting(Palmprint);
+}
+
+void MainWindow::showIrBtnClickAct()
+{
+    toggleCollecting(PalmVein);
+}
+
+void MainWindow::showMixBtnClickAct()
+{
+    toggleCollecting(Joint);
+}
+
+void MainWindow::getTofDistBtnClickAct()
+{
+    toggleCollecting(PalmHeight);
+}
+
+const MainWindow::Collector *MainWindow::findCollector(int32_t state)
+{
+    for (const Collector &collector : collectors) {
+        if (collector.state == state)
+            return &collector;
+    }
+    return nullptr;
+}
+
+void MainWindow::toggleCollecting(ImgUpdateState state)
+{
+    const Collector &collector = *findCollector(state);
+    QPushButton *button = this->*collector.button;
+    if (button->text() != tr(collector.idleText)) {
+        stopCollecting();
+        button->setText(tr(collector.idleText));
+        return;
+    }
+    imgUpdateState = state;
+    button->setText(tr(collector.runningText));
+    setImgUpdateState();
+    updateTimer->start(collector.interval);
+}
+
+void MainWindow::stopCollecting()
+{
+    updateTimer->stop();
+    imgUpdateState = Idle;
+    setImgUpdateState();
+}
+
+int32_t MainWindow::setImgUpdateState()
+{
+    if (imgUpdateState != Idle && !findCollector(imgUpdateState))
+        return 0;
+    for (const Collector &collector : collectors) {
+        const bool usable = imgUpdateState == Idle || imgUpdateState == collector.state;
+        (this->*collector.button)->setEnabled(usable);
+    }
+    return 0;
+}
+
+void MainWindow::update_task()
+{
+    // A command is waiting for its reply: this tick must not take that reply for its own.
+    if (client->isWaiting()) {
+        updateTimer->start();
+        return;
+    }
+    if (imgUpdateState == Idle) {
+        stopCollecting();
+        return;
+    }
+    const Collector *collector = findCollector(imgUpdateState);
+    if (!collector)
+        return;
+    if ((this->*collector->collect)()) {
+        updateTimer->start(collector->interval);
+    } else {
+        log(tr(collector->failureText));
+        stopCollecting();
+    }
+}
+
+bool MainWindow::collectPalmprint()
+{
+    if (!client->getPalmprintImage(rgbFrameBuffer.data()))
+        return false;
+    showPalmprint();
+    return true;
+}
+
+bool MainWindow::collectPalmVein()
+{
+    if (!client->getPalmVeinImage(irFrameBuffer.data()))
+        return false;
+    showPalmVein();
+    return true;
+}
+
+bool MainWindow::collectJoint()
+{
+    if (!client->getDualImages(rgbFrameBuffer.data(), irFrameBuffer.data()))
+        return false;
+    showPalmVein();
+    showPalmprint();
+    return true;
+}
+
+bool MainWindow::collectPalmHeight()
+{
+    uint16_t distance = 0;
+    if (!client->getTofDistance(&distance))
+        return false;
+    log(tr("TOF: %1").arg(distance));
+    return true;
+}
+
+void MainWindow::showPalmprint()
+{
+    showFrame(rgbFrameBuffer, &lastRgbImage, &rgbPixmap, rgbImgLabel);
+}
+
+void MainWindow::showPalmVein()
+{
+    showFrame(irFrameBuffer, &lastIrImage, &irPixmap, irImgLabel);
+}
+
+void MainWindow::showFrame(const std::vector<uint8_t> &frame, QImage *lastImage, QPixmap *pixmap,
+                           ImgLabel *label)
+{
+    const QImage image(frame.data(), wire::FrameWidth, wire::FrameHeight, wire::FrameWidth,
+                       QImage::Format_Grayscale8);
+    *lastImage = image.copy();
+    pixmap->convertFromImage(
+        image.scaled(label->size(), Qt::KeepAspectRatio, Qt::FastTransformation));
+    label->setPixmap(*pixmap);
+}
+
+void MainWindow::rgbImgLabelMouseMoved(QPoint position)
+{
+    showPixel(position, lastRgbImage, rgbFrameBuffer);
+}
+
+void MainWindow::irImgLabelMouseMoved(QPoint position)
+{
+    showPixel(position, lastIrImage, irFrameBuffer);
+}
+
+void MainWindow::showPixel(QPoint position, const QImage &lastImage,
+                           const std::vector<uint8_t> &frame)
+{
+    const int column = 3 * position.x() / 2;
+    const int row = 3 * position.y() / 2;
+    const QRect frameRect(0, 0, wire::FrameWidth, wire::FrameHeight);
+    if (lastImage.isNull() || !frameRect.contains(column, row))
+        return;
+    const size_t index = static_cast<size_t>(row) * wire::FrameWidth + static_cast<size_t>(column);
+    pixelReadoutLabel->setText(
+        tr("Pt[%1, %2]: %3").arg(position.x()).arg(position.y()).arg(frame[index]));
+}
+
+void MainWindow::rgbImgLabelMousePressed(QPoint /*position*/) {}
+
+void MainWindow::irImgLabelMousePressed(QPoint /*position*/) {}

@@ -1,0 +1,172 @@
+#include "app/mainwindow.h"
+
+#include "config/json.h"
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+#include "widgets/controls.h"
+
+#include <QAbstractItemView>
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QSpinBox>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize GroupSize(480, 170);
+constexpr QSize LabelSize(30, 22);
+constexpr QSize IdSize(80, 22);
+constexpr QSize HandTypeSize(90, 22);
+constexpr QSize ModeSize(80, 22);
+constexpr QSize ButtonSize(100, 28);
+constexpr int ButtonColumns = 4;
+
+constexpr int MinUserId = 1;
+constexpr int MaxUserId = 65536;
+
+constexpr size_t UserListCapacity = 819200;
+
+} // namespace
+
+QGroupBox *MainWindow::createUserGroup()
+{
+    auto *group = controls::sized(new QGroupBox(tr("User Operation")), GroupSize);
+    auto *layout = new QVBoxLayout(group);
+    layout->addLayout(createUserRow());
+    layout->addLayout(createButtonGrid(
+        {
+            {QT_TR_NOOP("Add User"), SLOT(addUserBtnClickAct())},
+            {QT_TR_NOOP("Enroll Palm"), SLOT(enrollBtnClickAct())},
+            {QT_TR_NOOP("Verify Palm"), SLOT(recgBtnClickAct())},
+            {QT_TR_NOOP("Empty Mode"), SLOT(idealBtnClickAct())},
+            {QT_TR_NOOP("Get Palm Height"), SLOT(getTofDistBtnClickAct()),
+             &MainWindow::getTofDistBtn},
+            {QT_TR_NOOP("Get User List"), SLOT(getUserListBtnClickAct())},
+            {QT_TR_NOOP("Remove User"), SLOT(delUserBtnClickAct())},
+            {QT_TR_NOOP("Clear Users"), SLOT(clearUserBtnClickAct())},
+            {QT_TR_NOOP("Export Users"), SLOT(exportUserInfoBtnClickAct())},
+            {QT_TR_NOOP("Remove Features"), SLOT(clearUserFeatBtnClickAct())},
+            {QT_TR_NOOP("Remote Enroll"), SLOT(remoteEnrollBtnClickAct())},
+            {QT_TR_NOOP("Import Features"), SLOT(importFeatureBtnClickAct())},
+        },
+        ButtonColumns, ButtonSize));
+    return group;
+}
+
+QLayout *MainWindow::createUserRow()
+{
+    idSpinBox = controls::sized(new QSpinBox, IdSize);
+    idSpinBox->setObjectName(QStringLiteral("idSpinBox"));
+    idSpinBox->setRange(MinUserId, MaxUserId);
+
+    handTypeCombo = controls::sized(new QComboBox, HandTypeSize);
+    handTypeCombo->setObjectName(QStringLiteral("handTypeCombo"));
+    handTypeCombo->addItem(tr("Right Hand"), QStringLiteral("right"));
+    handTypeCombo->addItem(tr("Left Hand"), QStringLiteral("left"));
+
+    modeCombo = controls::sized(new QComboBox, ModeSize);
+    modeCombo->setObjectName(QStringLiteral("modeCombo"));
+    modeCombo->addItem(tr("Empty"), QStringLiteral("Ideal"));
+    modeCombo->addItem(tr("Enroll"), QStringLiteral("Enroll"));
+    modeCombo->addItem(tr("Local Recognition"), QStringLiteral("LocalRecognition"));
+    modeCombo->addItem(tr("Remote Recognition"), QStringLiteral("RemoteRecognition"));
+    modeCombo->view()->setMinimumWidth(modeCombo->view()->sizeHintForColumn(0));
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(controls::label(QStringLiteral("ID: "), LabelSize, idSpinBox));
+    row->addWidget(idSpinBox);
+    row->addWidget(controls::label(tr("Type: "), LabelSize, handTypeCombo));
+    row->addWidget(handTypeCombo);
+    row->addStretch();
+    row->addWidget(controls::label(tr("Mode:"), LabelSize, modeCombo));
+    row->addWidget(modeCombo);
+    row->addStretch();
+    return row;
+}
+
+void MainWindow::getUserListBtnClickAct()
+{
+    std::vector<uint8_t> text(UserListCapacity);
+    uint32_t length = 0;
+    if (!client->getUserList(text.data(), &length, text.size()))
+        return;
+    log(tr("Data reading succeeded：%1").arg(length));
+
+    Json::Value root;
+    const bool parsed = json::parse(reinterpret_cast<const char *>(text.data()), length, &root);
+    if (!parsed || !root.isObject() || !listUsers(root["user_list"]))
+        log(tr("JSON parsing failed."));
+}
+
+bool MainWindow::listUsers(const Json::Value &users)
+{
+    if (!users.isArray())
+        return true;
+    const auto isObject = [](const Json::Value &user) { return user.isObject(); };
+    if (!std::all_of(users.begin(), users.end(), isObject))
+        return false;
+
+    QStringList lines(tr("User count：%1").arg(users.size()));
+    for (const Json::Value &user : users) {
+        const qint64 features = qint64{json::number(user, "vein_cnt").value_or(0)} +
+                                json::number(user, "print_cnt").value_or(0);
+        lines.append(tr("UID:%1, username: %2, feature count:%3")
+                         .arg(json::text(user, "id").value_or(QString()),
+                              json::text(user, "user_name").value_or(QString()),
+                              QString::number(features)));
+    }
+    textlog::append(infoText, lines);
+    return true;
+}
+
+void MainWindow::exportUserInfoBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::addUserBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::enrollBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::recgBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::idealBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::delUserBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::clearUserBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::remoteEnrollBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::clearUserFeatBtnClickAct()
+{
+    notSupported();
+}
+
+void MainWindow::importFeatureBtnClickAct()
+{
+    notSupported();
+}
