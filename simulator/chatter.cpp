@@ -1,0 +1,59 @@
+#include "simulator/chatter.h"
+
+#include "simulator/device.h"
+#include "simulator/documents.h"
+
+namespace sim {
+
+Chatter::Chatter(const Device &device, quint32 seed)
+    : m_device(device),
+      m_random(seed)
+{
+}
+
+QString Chatter::greeting() const
+{
+    return QStringLiteral("%1 %2 online, %3 users")
+        .arg(deviceName(), m_device.serialNumber)
+        .arg(m_device.users.size());
+}
+
+QString Chatter::nextLine()
+{
+    using Line = QString (Chatter::*)();
+    constexpr Line Lines[] = {&Chatter::palmSeen, &Chatter::userRecognised, &Chatter::doorRelay,
+                              &Chatter::temperature, &Chatter::heartbeat};
+    return (this->*Lines[m_random.bounded(quint32(std::size(Lines)))])();
+}
+
+QString Chatter::palmSeen()
+{
+    return QStringLiteral("palm seen at %1 mm").arg(m_device.palmHeight());
+}
+
+QString Chatter::userRecognised()
+{
+    if (m_device.users.isEmpty())
+        return QStringLiteral("palm not recognised");
+    const auto index = static_cast<int>(m_random.bounded(quint32(m_device.users.size())));
+    const User &user = m_device.users.at(index);
+    return QStringLiteral("user %1 %2 recognised, score %3")
+        .arg(QString::number(user.id), user.name, QString::number(m_random.bounded(82, 100)));
+}
+
+QString Chatter::doorRelay()
+{
+    return QStringLiteral("door relay closed for %1 ms").arg(m_random.bounded(2, 7) * 500);
+}
+
+QString Chatter::temperature()
+{
+    return QStringLiteral("board temperature %1 °C").arg(38 + m_random.bounded(6.0), 0, 'f', 1);
+}
+
+QString Chatter::heartbeat()
+{
+    return QStringLiteral("heartbeat, up %1 s").arg(m_device.uptimeSeconds());
+}
+
+} // namespace sim

@@ -1,0 +1,180 @@
+#include "simulator/commands.h"
+
+#include "simulator/device.h"
+#include "simulator/documents.h"
+#include "simulator/json.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace sim {
+namespace {
+
+constexpr int BiasOffset = 1000; // carried as bias + 1000
+constexpr int FirstYear = 1970;  // carried as year - 1970
+constexpr int SerialLength = 15;
+constexpr int SerialField = 16;
+
+void appendByte(QByteArray &bytes, int value)
+{
+    bytes.append(static_cast<char>(value));
+}
+
+QByteArray clockRecord(const QDateTime &time)
+{
+    QByteArray bytes;
+    appendByte(bytes, time.date().year() - FirstYear);
+    appendByte(bytes, time.date().month());
+    appendByte(bytes, time.date().day());
+    appendByte(bytes, time.time().hour());
+    appendByte(bytes, time.time().minute());
+    appendByte(bytes, time.time().second());
+    return bytes;
+}
+
+QDateTime readClockRecord(PayloadReader &reader)
+{
+    const int year = FirstYear + reader.u8();
+    const int month = reader.u8();
+    const QDate date(year, month, reader.u8());
+    const int hour = reader.u8();
+    const int minute = reader.u8();
+    return {date, QTime(hour, minute, reader.u8())};
+}
+
+QByteArray changeDocument(Device &device, Json::Value &document, const Request &request)
+{
+    Json::Value update;
+    if (!parseObject(request.payload, &update))
+        return statusReply(Status::WrongParameter);
+    Json::Value changed = document;
+    mergeKnown(changed, update);
+    if (toText(changed).size() > LongestDocument)
+        return statusReply(Status::WrongParameter);
+    document = changed;
+    device.announce(QStringLiteral("configuration changed"));
+    return statusReply(Status::Ok);
+}
+
+bool isSerialNumber(const QByteArray &text)
+{
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
+}
+
+} // namespace
+
+QByteArray getTofDistance(Device &device, const Request & /*request*/)
+{
+    return plainReply(bytesOf16(device.palmHeight()));
+}
+
+QByteArray setMode(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    const quint8 mode = reader.u8();
+    // A user ID behind the mode asks for an enrollment, which is not simulated.
+    if (!reader.exact() || !device.setMode(mode))
+        return statusReply(Status::WrongParameter);
+    return statusReply(Status::Ok);
+}
+
+QByteArray getMode(Device &device, const Request & /*request*/)
+{
+    return plainReply(QByteArray(1, static_cast<char>(device.mode())));
+}
+
+QByteArray getRtcTime(Device &device, const Request & /*request*/)
+{
+    return plainReply(clockRecord(device.clock()));
+}
+
+QByteArray setRtcTime(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    const QDateTime time = readClockRecord(reader);
+    if (!reader.exact() || !time.isValid())
+        return statusReply(Status::WrongParameter);
+    device.setClock(time);
+    return statusReply(Status::Ok);
+}
+
+QByteArray setDebugAddress(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    const QHostAddress address(reader.u32());
+    const quint16 port = reader.u16();
+    if (!reader.exact())
+        return statusReply(Status::WrongParameter);
+    device.setDebugAddress(address, port);
+    return statusReply(Status::Ok);
+}
+
+QByteArray setTofBias(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    const int bias = reader.u16() - BiasOffset;
+    if (!reader.exact())
+        return statusReply(Status::WrongParameter);
+    device.sensorBias = bias;
+    device.announce(QStringLiteral("distance sensor bias set to %1 mm").arg(bias));
+    return statusReply(Status::Ok);
+}
+
+QByteArray getTofBias(Device &device, const Request & /*request*/)
+{
+    return plainReply(bytesOf16(static_cast<quint16>(device.sensorBias + BiasOffset)));
+}
+
+QByteArray setUserConfig(Device &device, const Request &request)
+{
+    return changeDocument(device, device.documents.user, request);
+}
+
+QByteArray getUserConfig(Device &device, const Request & /*request*/)
+{
+    return dataReply(toText(device.documents.user));
+}
+
+QByteArray getSystemInfo(Device &device, const Request & /*request*/)
+{
+    return dataReply(toText(systemInfoDocument(device.serialNumber)));
+}
+
+QByteArray getVendorConfig(Device &device, const Request & /*request*/)
+{
+    return dataReply(toText(device.documents.vendor));
+}
+
+QByteArray setVendorConfig(Device &device, const Request &request)
+{
+    return changeDocument(device, device.documents.vendor, request);
+}
+
+QByteArray getOutputConfig(Device &device, const Request & /*request*/)
+{
+    return dataReply(toText(device.documents.output));
+}
+
+QByteArray setOutputConfig(Device &device, const Request &request)
+{
+    return changeDocument(device, device.documents.output, request);
+}
+
+QByteArray setSerialNumber(Device &device, const Request &request)
+{
+    const QByteArray serial = request.payload.left(SerialLength);
+    if (request.payload.size() != SerialField || !isSerialNumber(serial))
+        return statusReply(Status::WrongParameter);
+    device.serialNumber = QString::fromLatin1(serial);
+    device.announce(QStringLiteral("serial number written"));
+    return statusReply(Status::Ok);
+}
+
+QByteArray rebootDevice(Device &device, const Request & /*request*/)
+{
+    device.announce(QStringLiteral("rebooting in 10 seconds"));
+    return statusReply(Status::Ok);
+}
+
+} // namespace sim
