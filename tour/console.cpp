@@ -1,0 +1,78 @@
+#include "tour/console.h"
+
+#include "app/imglabel.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTextEdit>
+#include <QtTest>
+
+Console::Console()
+{
+    window.show();
+}
+
+template <class Widget> Widget *Console::find(const char *name) const
+{
+    auto *widget = window.findChild<Widget *>(QLatin1String(name));
+    if (!widget)
+        qFatal("The window has no %s", name);
+    return widget;
+}
+
+void Console::click(const char *button)
+{
+    QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
+}
+
+void Console::type(const char *field, const QString &text)
+{
+    auto *widget = find<QWidget>(field);
+    widget->setFocus();
+    QTest::keySequence(widget, QKeySequence::SelectAll);
+    QTest::keyClicks(widget, text);
+}
+
+void Console::pointAt(const char *picture, QPoint position)
+{
+    auto *label = find<ImgLabel>(picture);
+    QTest::mouseMove(label, {0, 0}); // a pointer that rests where it was tells nothing
+    QTest::mouseMove(label, position);
+}
+
+bool Console::isUsable(const char *control) const
+{
+    return find<QWidget>(control)->isEnabled();
+}
+
+QString Console::caption(const char *button) const
+{
+    return find<QPushButton>(button)->text();
+}
+
+QString Console::labelText(const char *label) const
+{
+    return find<QLabel>(label)->text();
+}
+
+QImage Console::picture(const char *name) const
+{
+    return find<ImgLabel>(name)->grab().toImage();
+}
+
+QStringList Console::infoLines() const
+{
+    return find<QTextEdit>("infoText")->toPlainText().split(QLatin1Char('\n'));
+}
+
+QStringList Console::watchLines() const
+{
+    return find<QTextEdit>("watchText")->toPlainText().split(QLatin1Char('\n'));
+}
+
+bool Console::savePicture(const QString &path)
+{
+    return window.grab().save(path);
+}

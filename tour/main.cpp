@@ -1,0 +1,94 @@
+/// Drives the real window through a whole session with a simulated terminal, off-screen unless a
+/// platform is chosen. Leaves a picture of each step and the logs; fails if a step does.
+
+#include "app/appearance.h"
+#include "tour/simulatorprocess.h"
+#include "tour/steps.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSaveFile>
+#include <QTcpServer>
+#include <QTextStream>
+#include <QtTest>
+
+namespace {
+
+constexpr int StepTimeout = 10000; // ms
+
+quint16 freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+bool perform(const Step &step, Console *console, const QString &picturePath)
+{
+    step.act(*console);
+    const bool done = QTest::qWaitFor([&] { return step.succeeded(*console); }, StepTimeout);
+    const bool saved = console->savePicture(picturePath);
+    QTextStream(stdout) << (done && saved ? "ok      " : "FAILED  ") << step.name << '\n';
+    return done && saved;
+}
+
+bool saveLogs(const Console &console, const QString &path)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    QTextStream text(&file);
+    text.setCodec("UTF-8");
+    text << "== Information\n"
+         << console.infoLines().join(QLatin1Char('\n')) << "\n== Messages\n"
+         << console.watchLines().join(QLatin1Char('\n')) << '\n';
+    text.flush();
+    return file.commit();
+}
+
+int takeTour(const QDir &output)
+{
+    const TourPorts ports{0, freePort(), freePort()};
+    SimulatorProcess simulator;
+    if (!simulator.start(ports.messages))
+        return 1;
+
+    Console console;
+    int failed = 0;
+    int number = 0;
+    for (const Step &step : tourSteps({simulator.port(), ports.unused, ports.messages})) {
+        const QString picture =
+            QStringLiteral("%1-%2.png").arg(++number, 2, 10, QLatin1Char('0')).arg(step.name);
+        failed += perform(step, &console, output.filePath(picture)) ? 0 : 1;
+    }
+    if (!saveLogs(console, output.filePath(QStringLiteral("session.log"))))
+        ++failed;
+    QTextStream(stdout) << number << " steps, " << failed << " failed; pictures and log in "
+                        << output.path() << '\n';
+    return failed == 0 ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    prepareAppearance();
+
+    const QCommandLineOption outputOption(QStringLiteral("output"),
+                                          QStringLiteral("Folder for pictures and log."),
+                                          QStringLiteral("folder"), QStringLiteral("build/tour"));
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOption(outputOption);
+    parser.process(application);
+
+    const QDir output(parser.value(outputOption));
+    if (!output.mkpath(QStringLiteral("."))) {
+        QTextStream(stderr) << "Cannot make the folder " << output.path() << '\n';
+        return 1;
+    }
+    return takeTour(output);
+}

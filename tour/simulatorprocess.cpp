@@ -1,0 +1,35 @@
+#include "tour/simulatorprocess.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+namespace {
+
+constexpr int StartTimeout = 10000; // ms
+constexpr int EndTimeout = 3000;    // ms
+
+} // namespace
+
+SimulatorProcess::~SimulatorProcess()
+{
+    process.terminate();
+    if (!process.waitForFinished(EndTimeout))
+        process.kill();
+}
+
+bool SimulatorProcess::start(quint16 pushPort)
+{
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/quirel-simulator"),
+                  {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--push-port"),
+                   QString::number(pushPort), QStringLiteral("--push-interval"),
+                   QStringLiteral("1")});
+    while (!process.canReadLine() && process.waitForReadyRead(StartTimeout)) {
+    }
+    const QString greeting = QString::fromUtf8(process.readLine()).trimmed();
+    listeningPort = static_cast<quint16>(greeting.section(QLatin1Char(':'), -1).toUInt());
+    if (listeningPort == 0)
+        QTextStream(stderr) << "The simulated terminal does not start: " << process.errorString()
+                            << '\n';
+    return listeningPort != 0;
+}

@@ -1,0 +1,170 @@
+#include "tour/steps.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int FramesToSee = 5;
+constexpr QPoint ReadoutPosition(180, 240);
+
+/// Whether the pattern matches a whole line.
+bool anyMatch(const QStringList &lines, const char *pattern)
+{
+    return lines.indexOf(QRegularExpression(QString::fromUtf8(pattern))) >= 0;
+}
+
+/// Whether the last lines of the log are these.
+bool endsWith(const QStringList &lines, const QStringList &last)
+{
+    return lines.mid(lines.size() - last.size()) == last;
+}
+
+/// Counts how often a camera's picture has become another one.
+class MovingPicture
+{
+public:
+    explicit MovingPicture(const char *name)
+        : label(name)
+    {
+    }
+
+    int changes(const Console &console)
+    {
+        const QImage picture = console.picture(label);
+        if (picture != last)
+            ++count;
+        last = picture;
+        return count;
+    }
+
+private:
+    const char *label;
+    QImage last;
+    int count = -1; // the first look finds no change
+};
+
+bool readoutIsTrue(const Console &console, const char *label)
+{
+    const int grey = qGray(console.picture(label).pixel(ReadoutPosition));
+    return console.labelText("pixelReadoutLabel") == QStringLiteral("Pt[180, 240]: %1").arg(grey);
+}
+
+void connectTo(Console &console, quint16 port)
+{
+    console.type("hostEdit", QStringLiteral("127.0.0.1"));
+    console.type("portSpinBox", QString::number(port));
+    console.click("openBtnClickAct");
+}
+
+/// Watching a preview until it has moved, and stopping it with the pointer on a picture.
+void addPreviewSteps(std::vector<Step> *steps, const QString &name, const char *button,
+                     const std::vector<const char *> &labels)
+{
+    std::vector<MovingPicture> pictures(labels.begin(), labels.end());
+    steps->push_back({name, [button](Console &console) { console.click(button); },
+                      [button, pictures](const Console &console) mutable {
+                          bool moving = true;
+                          for (MovingPicture &picture : pictures)
+                              moving = picture.changes(console) >= FramesToSee && moving;
+                          return moving &&
+                                 console.caption(button) == QLatin1String("Stop Collecting");
+                      }});
+    const char *label = labels.front();
+    steps->push_back({name + QStringLiteral("-readout"),
+                      [button, label](Console &console) {
+                          console.click(button);
+                          console.pointAt(label, ReadoutPosition);
+                      },
+                      [label](const Console &console) { return readoutIsTrue(console, label); }});
+}
+
+void addConnectionSteps(std::vector<Step> *steps, const TourPorts &ports)
+{
+    steps->push_back({QStringLiteral("start"), [](Console &) {},
+                      [](const Console &console) {
+                          return console.isUsable("openBtnClickAct") &&
+                                 !console.isUsable("getUserListBtnClickAct");
+                      }});
+    steps->push_back({QStringLiteral("connect-in-vain"),
+                      [ports](Console &console) { connectTo(console, ports.unused); },
+                      [](const Console &console) {
+                          return endsWith(console.infoLines(),
+                                          {QStringLiteral("Connecting failed."),
+                                           QStringLiteral("Fail to connect the device.")});
+                      }});
+    steps->push_back({QStringLiteral("connect"),
+                      [ports](Console &console) { connectTo(console, ports.terminal); },
+                      [](const Console &console) {
+                          return endsWith(console.infoLines(),
+                                          {QStringLiteral("Device connected."),
+                                           QStringLiteral("Device connected.")}) &&
+                                 console.isUsable("getUserListBtnClickAct");
+                      }});
+}
+
+void addUserSteps(std::vector<Step> *steps)
+{
+    steps->push_back(
+        {QStringLiteral("user-list"),
+         [](Console &console) { console.click("getUserListBtnClickAct"); },
+         [](const Console &console) {
+             const QStringList lines = console.infoLines();
+             return anyMatch(lines, "User count：[1-9][0-9]*") &&
+                    anyMatch(lines, "UID:[0-9]+, username: .*[A-Za-z].*, feature count:[0-9]+") &&
+                    anyMatch(lines, "UID:[0-9]+, username: .*\\p{Han}.*, feature count:[0-9]+");
+         }});
+    steps->push_back({QStringLiteral("palm-height"),
+                      [](Console &console) { console.click("getTofDistBtnClickAct"); },
+                      [](const Console &console) {
+                          return console.caption("getTofDistBtnClickAct") ==
+                                     QLatin1String("stop collecting") &&
+                                 anyMatch(console.infoLines().mid(1), "TOF: [0-9]+");
+                      }});
+    steps->push_back({QStringLiteral("palm-height-stopped"),
+                      [](Console &console) { console.click("getTofDistBtnClickAct"); },
+                      [](const Console &console) {
+                          return console.caption("getTofDistBtnClickAct") ==
+                                     QLatin1String("Get Palm Height") &&
+                                 console.isUsable("showMixBtnClickAct");
+                      }});
+}
+
+void addListenerSteps(std::vector<Step> *steps, const TourPorts &ports)
+{
+    steps->push_back({QStringLiteral("messages"),
+                      [ports](Console &console) {
+                          console.type("watchPortEdit", QString::number(ports.messages));
+                          console.click("openWatchBtnClickAct");
+                      },
+                      [](const Console &console) {
+                          const QStringList lines = console.watchLines();
+                          return anyMatch(lines, "Local Address：127\\.0\\.0\\.1: 60086") &&
+                                 anyMatch(lines, "Recieve connect: \\[127\\.0\\.0\\.1:[0-9]+\\]") &&
+                                 anyMatch(lines, "Data In:.*simulated.*");
+                      }});
+    steps->push_back({QStringLiteral("disconnect"),
+                      [](Console &console) { console.click("closeBtnClickAct"); },
+                      [](const Console &console) {
+                          return endsWith(console.infoLines(),
+                                          {QStringLiteral("The connection is abandoned."),
+                                           QStringLiteral("The connection has been abandoned.")}) &&
+                                 endsWith(console.watchLines(),
+                                          {QStringLiteral("The connection is abandoned.")}) &&
+                                 !console.isUsable("getUserListBtnClickAct");
+                      }});
+}
+
+} // namespace
+
+std::vector<Step> tourSteps(const TourPorts &ports)
+{
+    std::vector<Step> steps;
+    addConnectionSteps(&steps, ports);
+    addUserSteps(&steps);
+    addPreviewSteps(&steps, QStringLiteral("palmprint"), "showRgbBtnClickAct", {"rgbImgLabel"});
+    addPreviewSteps(&steps, QStringLiteral("palm-vein"), "showIrBtnClickAct", {"irImgLabel"});
+    addPreviewSteps(&steps, QStringLiteral("joint"), "showMixBtnClickAct",
+                    {"irImgLabel", "rgbImgLabel"});
+    addListenerSteps(&steps, ports);
+    return steps;
+}
