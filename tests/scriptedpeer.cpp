@@ -1,0 +1,122 @@
+#include "scriptedpeer.h"
+
+#include <QTcpSocket>
+#include <QTest>
+
+QByteArray hex(const char *digits)
+{
+    return QByteArray::fromHex(digits);
+}
+
+QByteArray head(int following)
+{
+    QByteArray bytes = hex("EAC5");
+    for (const int shift : {16, 8, 0})
+        bytes.append(static_cast<char>(following >> shift));
+    return bytes;
+}
+
+QList<QByteArray> bytewise(const QByteArray &bytes)
+{
+    QList<QByteArray> pieces;
+    for (const char byte : bytes)
+        pieces.append(QByteArray(1, byte));
+    return pieces;
+}
+
+quint16 freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+ScriptedPeer::ScriptedPeer()
+{
+    sender.setSingleShot(true);
+    connect(&server, SIGNAL(newConnection()), this, SLOT(takeConnection()));
+    connect(&sender, SIGNAL(timeout()), this, SLOT(sendPiece()));
+    if (!server.listen(QHostAddress::LocalHost))
+        QTest::qFail("The scripted peer cannot listen.", __FILE__, __LINE__);
+}
+
+ScriptedPeer::~ScriptedPeer()
+{
+    if (!script.isEmpty())
+        fail(script.head().request);
+}
+
+void ScriptedPeer::serve(const QByteArray &request, const QByteArray &answer)
+{
+    standing.append({request, {answer}});
+}
+
+void ScriptedPeer::send(const QByteArray &bytes)
+{
+    client->write(bytes);
+    client->flush();
+}
+
+void ScriptedPeer::closeConnection()
+{
+    client->disconnectFromHost();
+}
+
+void ScriptedPeer::takeConnection()
+{
+    client = server.nextPendingConnection();
+    client->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    connect(client, SIGNAL(readyRead()), this, SLOT(takeBytes()));
+    ++connections;
+}
+
+void ScriptedPeer::takeBytes()
+{
+    arrived += client->readAll();
+    Exchange next;
+    if (sender.isActive()) {
+        fail("silence before the answer");
+    } else if (!findExchange(&next)) {
+        fail(script.isEmpty() ? QByteArray() : script.head().request);
+    } else if (arrived == next.request) {
+        arrived.clear();
+        current = next;
+        if (!script.isEmpty() && script.head().request == next.request)
+            script.dequeue();
+        else
+            ++served;
+        if (!current.pieces.isEmpty() || current.closes)
+            sender.start(current.delay);
+    }
+}
+
+/// Looks for the exchange that the bytes so far belong to.
+bool ScriptedPeer::findExchange(Exchange *exchange)
+{
+    const QList<Exchange> candidates = script.mid(0, 1) + standing;
+    for (const Exchange &candidate : candidates) {
+        if (candidate.request.startsWith(arrived)) {
+            *exchange = candidate;
+            return true;
+        }
+    }
+    return false;
+}
+
+void ScriptedPeer::fail(const QByteArray &expected)
+{
+    const QByteArray message =
+        "expected request: " + expected.toHex(' ') + "\n   arrived bytes:    " + arrived.toHex(' ');
+    QTest::qFail(message.constData(), __FILE__, __LINE__);
+    arrived.clear();
+}
+
+void ScriptedPeer::sendPiece()
+{
+    if (!current.pieces.isEmpty())
+        send(current.pieces.takeFirst());
+    if (!current.pieces.isEmpty())
+        sender.start(0);
+    else if (current.closes)
+        closeConnection();
+}

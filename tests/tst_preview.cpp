@@ -1,0 +1,249 @@
+#include "windowrig.h"
+
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QTcpSocket>
+#include <QTimer>
+#include <QtTest>
+
+namespace {
+
+const QList<const char *> Buttons{"showRgbBtnClickAct", "showIrBtnClickAct", "showMixBtnClickAct",
+                                  "getTofDistBtnClickAct"};
+
+/// A frame in which neighbours differ, other than one with another shift.
+QByteArray frame(int shift)
+{
+    QByteArray bytes(388800, '\0');
+    for (int i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i % 251 + shift);
+    return bytes;
+}
+
+struct Preview : WindowRig
+{
+    Preview()
+    {
+        peer.serve(hex("EAC5 000001 01"), head(388800) + frame(0));
+        peer.serve(hex("EAC5 000001 02"), head(388800) + frame(4));
+        peer.serve(hex("EAC5 000001 03"), head(777600) + frame(2) + frame(3));
+        peer.serve(hex("EAC5 000001 00"), hex("EAC5 000002 012C"));
+        connectToPeer();
+    }
+
+    bool isRunning() const
+    {
+        return window.findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)->isActive();
+    }
+    /// One letter a button, in the order of `Buttons`; '-' for one that cannot be used within its
+    /// group.
+    QString usable() const
+    {
+        QString letters;
+        for (int i = 0; i < Buttons.size(); ++i) {
+            const auto *button = find<QPushButton>(Buttons[i]);
+            letters += button->isEnabledTo(button->parentWidget()) ? "PVJH"[i] : '-';
+        }
+        return letters;
+    }
+    /// What the readout says with the mouse there on a camera's picture.
+    QString pixel(const QByteArray &label, QPoint position) const
+    {
+        QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(find<QLabel>(label), &move);
+        return find<QLabel>("pixelReadoutLabel")->text();
+    }
+    QRgb shown(const QByteArray &label) const
+    {
+        return find<QLabel>(label)->pixmap(Qt::ReturnByValue).toImage().pixel(0, 0);
+    }
+};
+
+const QRgb Empty = qRgb(192, 192, 192);
+
+} // namespace
+
+class TestPreview : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void startsAndStops_data();
+    void startsAndStops();
+    void endsWithAFailure_data();
+    void endsWithAFailure();
+    void endsWithTheConnection_data();
+    void endsWithTheConnection();
+    void readsPixels_data();
+    void readsPixels();
+    void showsBothCamerasJointly();
+    void logsThePalmHeight();
+    void leavesAWaitingCommandAlone();
+};
+
+void TestPreview::startsAndStops_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<QString>("running");
+    QTest::addColumn<QString>("usable");
+    QTest::addColumn<QString>("failure");
+    QTest::newRow("palmprint") << 0 << "Stop Collecting"
+                               << "P---"
+                               << "Palmprint image acquisition failed.";
+    QTest::newRow("palm-vein") << 1 << "Stop Collecting"
+                               << "-V--"
+                               << "Palm vein image acquisition failed.";
+    QTest::newRow("joint") << 2 << "Stop Collecting"
+                           << "--J-"
+                           << "Image acquisition failed.";
+    QTest::newRow("palm-height") << 3 << "stop collecting"
+                                 << "---H"
+                                 << "Image acquisition failed.";
+}
+
+void TestPreview::startsAndStops()
+{
+    QFETCH(int, button);
+    Preview preview;
+    const QString idle = preview.caption(Buttons[button]);
+    QCOMPARE(preview.usable(), QString("PVJH"));
+    QVERIFY(!preview.isRunning());
+
+    preview.click(Buttons[button]);
+    QTEST(preview.caption(Buttons[button]), "running");
+    QTEST(preview.usable(), "usable");
+    QTRY_VERIFY(preview.peer.servedCount() >= 3);
+
+    preview.click(Buttons[button]);
+    QCOMPARE(preview.caption(Buttons[button]), idle);
+    QCOMPARE(preview.usable(), QString("PVJH"));
+    QVERIFY(!preview.isRunning());
+}
+
+void TestPreview::endsWithAFailure_data()
+{
+    startsAndStops_data();
+}
+
+void TestPreview::endsWithAFailure()
+{
+    QFETCH(int, button);
+    QFETCH(QString, failure);
+    Preview preview;
+    const QString idle = preview.caption(Buttons[button]);
+    preview.peer.closeConnection();
+    const auto *socket = preview.window.findChild<QTcpSocket *>();
+    QTRY_COMPARE(socket->state(), QAbstractSocket::UnconnectedState);
+
+    preview.click(Buttons[button]);
+    QTRY_VERIFY(!preview.isRunning());
+    const QStringList lines{"Fail to send the data packet：-1", failure};
+    QCOMPARE(preview.lines("infoText"), lines);
+    QTEST(preview.caption(Buttons[button]), "running");
+    QCOMPARE(preview.usable(), QString("PVJH"));
+
+    preview.click(Buttons[button]);
+    QVERIFY(!preview.isRunning());
+    QCOMPARE(preview.caption(Buttons[button]), idle);
+    QCOMPARE(preview.lines("infoText"), lines);
+}
+
+void TestPreview::endsWithTheConnection_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<bool>("announces");
+    QTest::newRow("disconnect") << QByteArray("closeBtnClickAct") << false;
+    QTest::newRow("reconnect") << QByteArray("openBtnClickAct") << true;
+}
+
+void TestPreview::endsWithTheConnection()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(bool, announces);
+    Preview preview;
+    preview.click("showIrBtnClickAct");
+    QTRY_VERIFY(preview.peer.servedCount() >= 1);
+    if (announces)
+        preview.expectAnnouncement();
+    preview.click(button);
+    QVERIFY(!preview.isRunning());
+    QCOMPARE(preview.usable(), QString("PVJH"));
+    QCOMPARE(preview.caption("showIrBtnClickAct"), QString("Stop Collecting"));
+}
+
+void TestPreview::readsPixels_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<QByteArray>("otherLabel");
+    QTest::addColumn<QStringList>("readouts");
+    QTest::newRow("palmprint") << QByteArray("showRgbBtnClickAct") << QByteArray("rgbImgLabel")
+                               << QByteArray("irImgLabel")
+                               << QStringList{"Pt[0, 0]: 0", "Pt[10, 11]: 121",
+                                              "Pt[359, 479]: 212"};
+    QTest::newRow("palm-vein") << QByteArray("showIrBtnClickAct") << QByteArray("irImgLabel")
+                               << QByteArray("rgbImgLabel")
+                               << QStringList{"Pt[0, 0]: 4", "Pt[10, 11]: 125",
+                                              "Pt[359, 479]: 216"};
+}
+
+// Before the first frame, and outside of it, the readout stays as it was.
+void TestPreview::readsPixels()
+{
+    QFETCH(QByteArray, button);
+    QFETCH(QByteArray, label);
+    QFETCH(QByteArray, otherLabel);
+    QFETCH(QStringList, readouts);
+
+    Preview preview;
+    QCOMPARE(preview.pixel(label, {10, 11}), QString("Pix(X, Y): value"));
+    QCOMPARE(preview.shown(label), Empty);
+    preview.click(button);
+    QTRY_VERIFY(preview.shown(label) != Empty);
+    preview.click(button);
+
+    QCOMPARE(preview.shown(otherLabel), Empty);
+    QCOMPARE(preview.pixel(otherLabel, {10, 11}), QString("Pix(X, Y): value"));
+    QCOMPARE(preview.pixel(label, {0, 0}), readouts[0]);
+    QCOMPARE(preview.pixel(label, {10, 11}), readouts[1]);
+    QCOMPARE(preview.pixel(label, {359, 479}), readouts[2]);
+    for (const QPoint outside : {QPoint(360, 0), QPoint(0, 480), QPoint(-1, 5), QPoint(5, -1)})
+        QCOMPARE(preview.pixel(label, outside), readouts[2]);
+}
+
+void TestPreview::showsBothCamerasJointly()
+{
+    Preview preview;
+    preview.click("showMixBtnClickAct");
+    QTRY_VERIFY(preview.shown("rgbImgLabel") != Empty);
+    QCOMPARE(preview.pixel("rgbImgLabel", {10, 11}), QString("Pt[10, 11]: 123"));
+    QCOMPARE(preview.pixel("irImgLabel", {10, 11}), QString("Pt[10, 11]: 124"));
+    QCOMPARE(preview.shown("rgbImgLabel"), qRgb(2, 2, 2));
+    QCOMPARE(preview.shown("irImgLabel"), qRgb(3, 3, 3));
+}
+
+void TestPreview::logsThePalmHeight()
+{
+    Preview preview;
+    preview.click("getTofDistBtnClickAct");
+    QTRY_COMPARE(preview.lines("infoText"), (QStringList{"TOF: 300", "TOF: 300"}));
+}
+
+// The peer tolerates no request before its answer; ticks come due meanwhile.
+void TestPreview::leavesAWaitingCommandAlone()
+{
+    Preview preview;
+    preview.click("showRgbBtnClickAct");
+    QTRY_VERIFY(preview.peer.servedCount() >= 1);
+    const int before = preview.peer.servedCount();
+    preview.peer.expect({hex("EAC5 000001 10"), {hex("EAC5 000003 00"), "{}"}, false, 200});
+    preview.click("getUserListBtnClickAct");
+    QCOMPARE(preview.peer.servedCount(), before);
+    QCOMPARE(preview.lines("infoText"),
+             (QStringList{"The loaded data count：3", "Data reading succeeded：2"}));
+    QTRY_VERIFY(preview.peer.servedCount() > before + 1);
+}
+
+QTEST_MAIN(TestPreview)
+#include "tst_preview.moc"
