@@ -3,9 +3,11 @@
 #include "link/wire.h"
 
 #include <QImage>
+#include <QList>
 #include <QMainWindow>
 #include <QPixmap>
 
+#include <initializer_list>
 #include <vector>
 
 class CmdClient;
@@ -171,13 +173,11 @@ private:
     QPushButton *getTofDistBtn = nullptr;
 
     QSpinBox *idSpinBox;
-    QComboBox *handTypeCombo;
     QComboBox *modeCombo;
 
     QLineEdit *watchPortEdit;
     QPushButton *openWatchBtn;
 
-    QComboBox *connectionModeCombo;
     QLineEdit *hostEdit;
     QSpinBox *portSpinBox;
     QPushButton *openBtn;

@@ -39,11 +39,11 @@ QGroupBox *MainWindow::createConnectionGroup()
 
 QGridLayout *MainWindow::createConnectionGrid()
 {
-    connectionModeCombo = controls::sized(new QComboBox, FieldSize);
-    connectionModeCombo->setObjectName(QStringLiteral("connectionModeCombo"));
-    connectionModeCombo->addItem(tr("Ethernet"), QStringLiteral("Net"));
-    connectionModeCombo->addItem(tr("USB"), QStringLiteral("USB"));
-    connectionModeCombo->addItem(tr("Serial Port"), QStringLiteral("Uart"));
+    auto *linkCombo = controls::sized(new QComboBox, FieldSize);
+    linkCombo->setObjectName(QStringLiteral("connectionModeCombo"));
+    linkCombo->addItem(tr("Ethernet"), QStringLiteral("Net"));
+    linkCombo->addItem(tr("USB"), QStringLiteral("USB"));
+    linkCombo->addItem(tr("Serial Port"), QStringLiteral("Uart"));
 
     hostEdit = controls::sized(new QLineEdit(QStringLiteral("192.168.31.5")), FieldSize);
     hostEdit->setObjectName(QStringLiteral("hostEdit"));
@@ -54,8 +54,8 @@ QGridLayout *MainWindow::createConnectionGrid()
     portSpinBox->setValue(DefaultPort);
 
     auto *grid = new QGridLayout;
-    grid->addWidget(controls::label(tr("Mode："), LabelSize, connectionModeCombo), 0, 0);
-    grid->addWidget(connectionModeCombo, 0, 1);
+    grid->addWidget(controls::label(tr("Mode："), LabelSize, linkCombo), 0, 0);
+    grid->addWidget(linkCombo, 0, 1);
     grid->addWidget(controls::label(tr("IP:"), LabelSize, hostEdit), 1, 0);
     grid->addWidget(hostEdit, 1, 1);
     grid->addWidget(controls::label(tr("Port："), LabelSize, portSpinBox), 2, 0);
@@ -76,7 +76,7 @@ void MainWindow::openBtnClickAct()
     }
     enableConnection(true);
     log(tr("Device connected."));
-    openBtn->setText(tr("Refresh Connect"));
+    controls::setCaption(openBtn, tr("Refresh Connect"));
     // Twice: a running listener announces itself anew, a stopped one is stopped again afterwards.
     openWatchBtnClickAct();
     openWatchBtnClickAct();
@@ -92,7 +92,7 @@ void MainWindow::closeBtnClickAct()
         openWatchBtnClickAct();
     enableConnection(false);
     client->disconnectFromDevice();
-    openBtn->setText(QStringLiteral("Connect"));
+    controls::setCaption(openBtn, QStringLiteral("Connect"));
     log(tr("The connection has been abandoned."));
 }
 

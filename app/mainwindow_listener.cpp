@@ -51,19 +51,17 @@ void MainWindow::openWatchBtnClickAct()
 {
     if (openWatchBtn->text().trimmed() != tr("Start Listening")) {
         watchServer->stopListen();
-        openWatchBtn->setText(tr("Start Listening"));
+        controls::setCaption(openWatchBtn, tr("Start Listening"));
         return;
     }
     watchServer->startListen(static_cast<quint16>(watchPortEdit->text().toInt()));
 
     quint8 ip[4] = {};
     WatchServer::findLocalAddress(ip, hostEdit->text().trimmed());
-    textlog::append(watchText, tr("Local Address：%1.%2.%3.%4: %5")
-                                   .arg(ip[0])
-                                   .arg(ip[1])
-                                   .arg(ip[2])
-                                   .arg(ip[3])
-                                   .arg(AnnouncedPort));
+    textlog::append(watchText,
+                    tr("Local Address：%1.%2.%3.%4: %5")
+                        .arg(QString::number(ip[0]), QString::number(ip[1]), QString::number(ip[2]),
+                             QString::number(ip[3]), QString::number(AnnouncedPort)));
     client->setDebugAddress(ip, AnnouncedPort);
-    openWatchBtn->setText(tr("Stop Listening"));
+    controls::setCaption(openWatchBtn, tr("Stop Listening"));
 }

@@ -15,7 +15,8 @@ constexpr QSize ControlButtonSize(150, 36);
 constexpr int ControlGroupWidth = 480;
 constexpr int ControlColumns = 3;
 
-// Two thirds of a frame: one step of the mouse is one and a half pixels of the frame.
+// Two thirds of a frame. The readout takes the frame's pixel at 3x/2, 3y/2; of the one and a half
+// pixels behind an odd coordinate the scaled picture shows the next one.
 constexpr QSize PictureSize(360, 480);
 
 constexpr int FrameInterval = 10;       // ms
@@ -91,9 +92,10 @@ QGroupBox *MainWindow::createVideoControlGroup()
     group->setFixedWidth(ControlGroupWidth);
     group->setLayout(createButtonGrid(
         {
-            {collectors[0].idleText, SLOT(showRgbBtnClickAct()), &MainWindow::showRgbBtn},
-            {collectors[1].idleText, SLOT(showIrBtnClickAct()), &MainWindow::showIrBtn},
-            {collectors[2].idleText, SLOT(showMixBtnClickAct()), &MainWindow::showMixBtn},
+            {findCollector(Palmprint)->idleText, SLOT(showRgbBtnClickAct()),
+             &MainWindow::showRgbBtn},
+            {findCollector(PalmVein)->idleText, SLOT(showIrBtnClickAct()), &MainWindow::showIrBtn},
+            {findCollector(Joint)->idleText, SLOT(showMixBtnClickAct()), &MainWindow::showMixBtn},
             {QT_TR_NOOP("Save Palmprint PNG"), SLOT(saveRgbPngBtnClickAct())},
             {QT_TR_NOOP("Save Palm Vein PNG"), SLOT(saveIrPngBtnClickAct())},
             {QT_TR_NOOP("Save Joint PNG"), SLOT(saveMixPngBtnClickAct())},
@@ -140,11 +142,11 @@ void MainWindow::toggleCollecting(ImgUpdateState state)
     QPushButton *button = this->*collector.button;
     if (button->text() != tr(collector.idleText)) {
         stopCollecting();
-        button->setText(tr(collector.idleText));
+        controls::setCaption(button, tr(collector.idleText));
         return;
     }
     imgUpdateState = state;
-    button->setText(tr(collector.runningText));
+    controls::setCaption(button, tr(collector.runningText));
     setImgUpdateState();
     updateTimer->start(collector.interval);
 }

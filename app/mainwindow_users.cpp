@@ -61,7 +61,7 @@ QLayout *MainWindow::createUserRow()
     idSpinBox->setObjectName(QStringLiteral("idSpinBox"));
     idSpinBox->setRange(MinUserId, MaxUserId);
 
-    handTypeCombo = controls::sized(new QComboBox, HandTypeSize);
+    auto *handTypeCombo = controls::sized(new QComboBox, HandTypeSize);
     handTypeCombo->setObjectName(QStringLiteral("handTypeCombo"));
     handTypeCombo->addItem(tr("Right Hand"), QStringLiteral("right"));
     handTypeCombo->addItem(tr("Left Hand"), QStringLiteral("left"));

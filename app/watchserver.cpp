@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QNetworkInterface>
+#include <QNetworkProxy>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -12,7 +13,9 @@
 
 namespace {
 
-constexpr int MaxConnections = 1;
+constexpr int MaxPending = 1;
+constexpr int MaxServed = 1;
+constexpr qint64 MaxBatch = 65536; // bytes
 constexpr int NetworkOctets = 3;
 
 void toOctets(quint32 address, quint8 out[4])
@@ -39,7 +42,8 @@ WatchServer::WatchServer(QTextEdit *watchText, QObject *parent)
       log(watchText),
       server(new QTcpServer(this))
 {
-    server->setMaxPendingConnections(1);
+    server->setProxy(QNetworkProxy::NoProxy); // a proxy of the system cannot listen
+    server->setMaxPendingConnections(MaxPending);
     connect(server, SIGNAL(newConnection()), this, SLOT(newConnAct()));
 }
 
@@ -84,7 +88,7 @@ void WatchServer::newConnAct()
     qDebug() << "new conn";
     while (server->hasPendingConnections()) {
         QTcpSocket *socket = server->nextPendingConnection();
-        if (connectionCount < MaxConnections) {
+        if (connectionCount < MaxServed) {
             accept(socket);
         } else {
             socket->close();
@@ -95,6 +99,7 @@ void WatchServer::newConnAct()
 
 void WatchServer::accept(QTcpSocket *socket)
 {
+    socket->setReadBufferSize(MaxBatch);
     connections.append(socket);
     textlog::append(
         log, tr("Recieve connect: [%1:%2]")

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDebug>
+#include <QNetworkProxy>
 #include <QScopedValueRollback>
 #include <QTcpSocket>
 #include <QThread>
@@ -22,6 +23,8 @@ CmdClient::CmdClient(QTextEdit *log, QObject *parent)
       infoText(log),
       sendBuffer(std::make_unique<uint8_t[]>(wire::SendCapacity))
 {
+    // The terminal is on the local network, whatever proxy the system uses for others.
+    socket->setProxy(QNetworkProxy::NoProxy);
     connect(socket, SIGNAL(connected()), this, SLOT(connected()));
     connect(socket, SIGNAL(disconnected()), this, SLOT(disconnected()));
     connect(socket, SIGNAL(bytesWritten(qint64)), this, SLOT(bytesWritten(qint64)));

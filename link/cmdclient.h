@@ -28,8 +28,8 @@ public:
     CmdClient(QTextEdit *infoText, QObject *parent);
     ~CmdClient() override;
 
-    /// Blocks for at most 5 s; an existing connection is taken down first (at most 3 s). A null
-    /// host is an empty one.
+    /// Blocks for at most 5 s, and the look-up of a name; an existing connection is taken down
+    /// first (at most 3 s). A null host is an empty one.
     bool connectToDevice(const char *host, quint16 port);
     bool disconnectFromDevice();
 

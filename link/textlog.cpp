@@ -20,11 +20,22 @@ void dropOldLines(QTextDocument *document)
     cursor.removeSelectedText();
 }
 
+QString bounded(const QString &text)
+{
+    if (text.size() <= textlog::MaxLineLength)
+        return text;
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString &line : lines) {
+        if (line.size() > textlog::MaxLineLength)
+            line = line.left(textlog::MaxLineLength) + QChar(0x2026);
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 } // namespace
 
 void textlog::prepare(QTextEdit *log)
 {
-    log->setReadOnly(true);
     log->setUndoRedoEnabled(false);
     log->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     log->setTabChangesFocus(true);
@@ -39,6 +50,9 @@ void textlog::append(QTextEdit *log, const QStringList &lines)
 {
     if (lines.isEmpty())
         return;
+    QStringList text;
+    for (const QString &line : lines)
+        text.append(bounded(line));
     QScrollBar *bar = log->verticalScrollBar();
     const bool following = bar->value() == bar->maximum();
 
@@ -48,7 +62,7 @@ void textlog::append(QTextEdit *log, const QStringList &lines)
     cursor.movePosition(QTextCursor::End);
     if (!document->isEmpty())
         cursor.insertBlock();
-    cursor.insertText(lines.join(QLatin1Char('\n')), QTextCharFormat());
+    cursor.insertText(text.join(QLatin1Char('\n')), QTextCharFormat());
     dropOldLines(document);
     cursor.endEditBlock();
 

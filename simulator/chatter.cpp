@@ -3,6 +3,8 @@
 #include "simulator/device.h"
 #include "simulator/documents.h"
 
+#include <iterator>
+
 namespace sim {
 
 Chatter::Chatter(const Device &device, quint32 seed)

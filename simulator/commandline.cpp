@@ -3,6 +3,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include <iterator>
 #include <limits>
 
 namespace sim {

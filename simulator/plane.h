@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <random>
 #include <vector>
 
@@ -32,7 +33,10 @@ public:
     void normalize();
 
 private:
-    size_t offset(int y) const { return static_cast<size_t>(y) * static_cast<size_t>(m_width); }
+    std::size_t offset(int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_width);
+    }
     void blurRows(int radius);
     void blurColumns(int radius);
 

@@ -1,5 +1,7 @@
 #include "simulator/pusher.h"
 
+#include <QNetworkProxy>
+
 namespace sim {
 namespace {
 
@@ -11,6 +13,7 @@ Pusher::Pusher(const Device &device, quint16 port, int intervalMs, quint32 seed)
     : m_chatter(device, seed),
       m_fixedPort(port)
 {
+    m_socket.setProxy(QNetworkProxy::NoProxy);
     m_timer.setInterval(intervalMs);
     connect(&m_timer, SIGNAL(timeout()), this, SLOT(tick()));
     connect(&m_socket, SIGNAL(connected()), this, SLOT(greet()));

@@ -1,5 +1,6 @@
 #include "simulator/terminal.h"
 
+#include <QNetworkProxy>
 #include <QTcpSocket>
 
 namespace sim {
@@ -10,6 +11,7 @@ Terminal::Terminal(const TerminalOptions &options, QObject *parent)
       m_device(options.seed),
       m_pusher(m_device, options.pushPort, options.pushIntervalMs, options.seed)
 {
+    m_server.setProxy(QNetworkProxy::NoProxy);
     connect(&m_device, SIGNAL(happened(QString)), &m_pusher, SLOT(say(QString)));
     connect(&m_device, SIGNAL(debugAddressSet(QHostAddress, quint16)), &m_pusher,
             SLOT(setTarget(QHostAddress, quint16)));

@@ -1,5 +1,6 @@
 #include "scriptedpeer.h"
 
+#include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTest>
 
@@ -27,12 +28,14 @@ QList<QByteArray> bytewise(const QByteArray &bytes)
 quint16 freePort()
 {
     QTcpServer server;
+    server.setProxy(QNetworkProxy::NoProxy);
     server.listen(QHostAddress::LocalHost);
     return server.serverPort();
 }
 
 ScriptedPeer::ScriptedPeer()
 {
+    server.setProxy(QNetworkProxy::NoProxy);
     sender.setSingleShot(true);
     connect(&server, SIGNAL(newConnection()), this, SLOT(takeConnection()));
     connect(&sender, SIGNAL(timeout()), this, SLOT(sendPiece()));

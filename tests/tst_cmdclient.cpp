@@ -1,6 +1,7 @@
 #include "link/cmdclient.h"
 #include "scriptedpeer.h"
 
+#include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTextEdit>
 #include <QtTest>
@@ -98,6 +99,7 @@ void TestCmdClient::connectsAndDisconnects()
     ScriptedPeer peer;
     QTextEdit log;
     CmdClient client(&log, nullptr);
+    QCOMPARE(client.findChild<QTcpSocket *>()->proxy().type(), QNetworkProxy::NoProxy);
     QVERIFY(client.disconnectFromDevice());
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));

@@ -12,6 +12,7 @@ private slots:
     void showsTextLiterally_data();
     void showsTextLiterally();
     void beginsWithoutAnEmptyLine();
+    void cutsLongLinesVisibly();
     void keepsTheNewestLines();
     void followsTheEndOnlyFromTheEnd();
 };
@@ -59,6 +60,13 @@ void TestTextLog::beginsWithoutAnEmptyLine()
     log.clear();
     textlog::append(&log, QStringList{"anew", "again"});
     QCOMPARE(log.toPlainText(), QString("anew\nagain"));
+}
+
+void TestTextLog::cutsLongLinesVisibly()
+{
+    QTextEdit log;
+    textlog::append(&log, QString(4096, 'a') + '\n' + QString(800000, 'b') + "\nc");
+    QCOMPARE(log.toPlainText(), QString(4096, 'a') + '\n' + QString(4096, 'b') + "…\nc");
 }
 
 void TestTextLog::keepsTheNewestLines()

@@ -1,5 +1,6 @@
 #include "app/watchserver.h"
 
+#include <QNetworkProxy>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTextEdit>
@@ -47,6 +48,7 @@ private slots:
     void refusesASecondPeer();
     void servesTheNextPeer();
     void stopsAndStartsAgain();
+    void listensInSpiteOfAProxy();
     void findsTheLocalAddress();
     void refusesMalformedHosts();
 };
@@ -120,6 +122,14 @@ void TestWatchServer::stopsAndStartsAgain()
     second.write("again");
     QTRY_COMPARE(watch.lines(), (QStringList{firstLine, "The connection is abandoned.",
                                              second.connectLine(), "Data In:again"}));
+}
+
+void TestWatchServer::listensInSpiteOfAProxy()
+{
+    QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::Socks5Proxy, "127.0.0.1", 9));
+    const quint16 port = Watch().port();
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
+    QVERIFY(port != 0);
 }
 
 void TestWatchServer::findsTheLocalAddress()

@@ -4,9 +4,6 @@
 
 #include <QDir>
 
-class QPushButton;
-class QTextEdit;
-
 /// The real window, handled as an operator does: controls are found by their object names, a
 /// button's being its slot's. A control that does not exist ends the program.
 class Console

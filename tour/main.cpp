@@ -1,5 +1,6 @@
 /// Drives the real window through a whole session with a simulated terminal, off-screen unless a
 /// platform is chosen. Leaves a picture of each step and the logs; fails if a step does.
+/// As `tour --probe` it only finds out whether there is a display, and fails if there is none.
 
 #include "app/appearance.h"
 #include "tour/simulatorprocess.h"
@@ -7,6 +8,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QNetworkProxy>
 #include <QSaveFile>
 #include <QTcpServer>
 #include <QTextStream>
@@ -19,6 +21,7 @@ constexpr int StepTimeout = 10000; // ms
 quint16 freePort()
 {
     QTcpServer server;
+    server.setProxy(QNetworkProxy::NoProxy);
     server.listen(QHostAddress::LocalHost);
     return server.serverPort();
 }
@@ -46,8 +49,17 @@ bool saveLogs(const Console &console, const QString &path)
     return file.commit();
 }
 
+/// Pictures of an earlier tour may be of steps that are gone.
+void removePictures(const QDir &output)
+{
+    const QStringList pictures = output.entryList({QStringLiteral("*.png")}, QDir::Files);
+    for (const QString &picture : pictures)
+        QFile::remove(output.filePath(picture));
+}
+
 int takeTour(const QDir &output)
 {
+    removePictures(output);
     const TourPorts ports{0, freePort(), freePort()};
     SimulatorProcess simulator;
     if (!simulator.start(ports.messages))
@@ -72,6 +84,10 @@ int takeTour(const QDir &output)
 
 int main(int argc, char *argv[])
 {
+    if (argc > 1 && qstrcmp(argv[1], "--probe") == 0) {
+        const QApplication application(argc, argv);
+        return 0;
+    }
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);

@@ -12,9 +12,8 @@ constexpr int EndTimeout = 3000;    // ms
 
 SimulatorProcess::~SimulatorProcess()
 {
-    process.terminate();
-    if (!process.waitForFinished(EndTimeout))
-        process.kill();
+    process.kill();
+    process.waitForFinished(EndTimeout);
 }
 
 bool SimulatorProcess::start(quint16 pushPort)

@@ -5,9 +5,7 @@ namespace {
 constexpr int ButtonPadding = 4;
 constexpr int NarrowestLetters = 60; // per cent
 
-} // namespace
-
-void controls::fitText(QWidget *widget, const QString &text, int width)
+void fitText(QWidget *widget, const QString &text, int width)
 {
     QFont font = widget->font();
     for (int stretch = 100; stretch >= NarrowestLetters; stretch -= 2) {
@@ -15,9 +13,10 @@ void controls::fitText(QWidget *widget, const QString &text, int width)
         if (QFontMetrics(font).horizontalAdvance(text) <= width)
             break;
     }
-    if (font.stretch() < 100)
-        widget->setFont(font);
+    widget->setFont(font);
 }
+
+} // namespace
 
 QLabel *controls::label(const QString &text, QSize size, QWidget *buddy)
 {
@@ -27,12 +26,17 @@ QLabel *controls::label(const QString &text, QSize size, QWidget *buddy)
     return label;
 }
 
+void controls::setCaption(QPushButton *button, const QString &text)
+{
+    button->setText(text);
+    fitText(button, text, button->maximumWidth() - 2 * ButtonPadding);
+}
+
 QPushButton *controls::button(const QString &text, QSize size, const QObject *receiver,
                               const char *slot)
 {
-    auto *button = sized(new QPushButton(text), size);
-    if (size.isValid())
-        fitText(button, text, size.width() - 2 * ButtonPadding);
+    auto *button = sized(new QPushButton, size);
+    setCaption(button, text);
     const QString signature = QString::fromLatin1(slot + 1); // behind the digit that SLOT() adds
     button->setObjectName(signature.section(QLatin1Char('('), 0, 0));
     QObject::connect(button, SIGNAL(clicked()), receiver, slot);

@@ -15,15 +15,15 @@ template <class Widget> Widget *sized(Widget *widget, QSize size)
     return widget;
 }
 
-/// Narrows the widget's letters until `text` needs no more than `width` pixels: desktop fonts of
-/// one height differ in width, fixed sizes do not.
-void fitText(QWidget *widget, const QString &text, int width);
+/// Gives a button another caption. As in all captions of fixed size, the letters are narrowed until
+/// it fits: desktop fonts of one height differ in width, the sizes do not.
+void setCaption(QPushButton *button, const QString &text);
 
 /// A label of fixed size for `buddy`, which may be null.
 QLabel *label(const QString &text, QSize size, QWidget *buddy = nullptr);
 
 /// A button whose click runs `slot` (as SLOT() gives it) of `receiver`; its object name is the
-/// slot's name.
+/// slot's name. An invalid size leaves the size to the style.
 QPushButton *button(const QString &text, QSize size, const QObject *receiver, const char *slot);
 
 } // namespace controls
