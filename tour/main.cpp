@@ -14,9 +14,18 @@
 #include <QTextStream>
 #include <QtTest>
 
+#include <cstdlib>
+
 namespace {
 
 constexpr int StepTimeout = 10000; // ms
+
+/// In place of Qt's way to end, which leaves a core file.
+void endOnFatal(QtMsgType type, const QMessageLogContext & /*context*/, const QString & /*text*/)
+{
+    if (type == QtFatalMsg)
+        std::_Exit(1);
+}
 
 quint16 freePort()
 {
@@ -85,6 +94,7 @@ int takeTour(const QDir &output)
 int main(int argc, char *argv[])
 {
     if (argc > 1 && qstrcmp(argv[1], "--probe") == 0) {
+        qInstallMessageHandler(endOnFatal);
         const QApplication application(argc, argv);
         return 0;
     }
