@@ -139,36 +139,66 @@ bool CmdClient::exchange(const PacketWriter &packet, const Wait &wait)
     return false;
 }
 
-bool CmdClient::accepted(const Refusal &refusal)
+bool CmdClient::command(const PacketWriter &packet, const Wait &wait, const StatusText *texts)
+{
+    return exchange(packet, wait) && accepted(texts);
+}
+
+bool CmdClient::getText(wire::Command command, const Wait &wait, const StatusText *texts, char *out,
+                        uint32_t *outLen, size_t capacity)
+{
+    return exchange(request(command), wait) &&
+           acceptedData(texts, 1, reinterpret_cast<uint8_t *>(out), outLen, capacity);
+}
+
+bool CmdClient::accepted(const StatusText *texts)
 {
     const quint8 status = reply().u8(wire::StatusOffset);
-    return status == wire::StatusOk || refuse(refusal, status);
+    return status == wire::StatusOk || refuse(texts, status);
 }
 
-bool CmdClient::acceptedData(const Refusal &refusal, uint32_t skipped, uint8_t *out,
-                             uint32_t *outLen, size_t capacity)
+bool CmdClient::acceptedData(const StatusText *texts, uint32_t skipped, uint8_t *out,
+                             uint32_t *outLen, size_t capacity, size_t atLeast)
 {
-    const ReplyView view = reply();
-    const uint32_t declared = view.declaredLength();
-    // A reply that declares nothing has no status byte either, whatever may follow it.
-    const quint8 status = declared > 0 ? view.u8(wire::StatusOffset) : wire::StatusOk;
-    if (status != wire::StatusOk || !view.isWhole(skipped) || declared - skipped > capacity)
-        return refuse(refusal, status);
+    const quint8 status = declaredStatus();
+    const uint32_t declared = reply().declaredLength();
+    if (status != wire::StatusOk || !reply().isWhole(skipped + atLeast) ||
+        declared - skipped > capacity)
+        return refuse(texts, status);
     *outLen = declared - skipped;
-    return view.copy(wire::HeadSize + skipped, *outLen, out);
+    return reply().copy(wire::HeadSize + skipped, *outLen, out);
 }
 
-bool CmdClient::refuse(const Refusal &refusal, quint8 status)
+bool CmdClient::acceptedBlock(const StatusText *texts, size_t length, uint8_t *out, size_t capacity)
 {
-    const QString text = tr(refusal.text);
-    switch (refusal.statusForm) {
-    case Refusal::Plain:
+    const quint8 status = declaredStatus();
+    if (status != wire::StatusOk || reply().declaredLength() == 0 || length > capacity ||
+        !reply().copy(wire::PayloadOffset, length, out))
+        return refuse(texts, status);
+    return true;
+}
+
+quint8 CmdClient::declaredStatus() const
+{
+    return reply().declaredLength() > 0 ? reply().u8(wire::StatusOffset) : wire::StatusOk;
+}
+
+bool CmdClient::refuse(const StatusText *texts, quint8 status)
+{
+    while (texts->status != status && texts->status != StatusText::AnyOther)
+        ++texts;
+    const QString text = tr(texts->text);
+    switch (texts->form) {
+    case StatusText::Plain:
         log(text);
         break;
-    case Refusal::Decimal:
+    case StatusText::Decimal:
         log(text.arg(status));
         break;
-    case Refusal::Character:
+    case StatusText::SignedDecimal:
+        log(text.arg(static_cast<qint8>(status)));
+        break;
+    case StatusText::Character:
         log(text.arg(static_cast<char>(status)));
         break;
     }

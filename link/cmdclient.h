@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/exchange.h"
 #include "link/packet.h"
 #include "link/wire.h"
 
@@ -44,20 +45,69 @@ public:
     /// Waits for a reply as long as it declares itself, or for `capLength` bytes.
     bool waitReply(int capLength, int rounds);
 
-    // Users.
-    /// JSON text without a terminating zero.
+    // Users. IDs are the terminal's, not checked here.
+    bool startEnroll(uint32_t userId);
+    bool startRemoteEnroll(uint32_t userId);
+    bool clearUsers();
+    /// JSON text without a terminating zero, as in every command that gives a text.
     bool getUserList(uint8_t *out, uint32_t *outLen, size_t outCapacity);
+    /// One of the five image pairs of a remote enrollment, index 0 to 4: two frames in a row.
+    bool getRemoteEnrollImages(uint8_t *out, size_t capacity, uint32_t userId, uint8_t index);
+    /// wire::FeatureSize bytes.
+    bool getRemoteFeatures(uint8_t *out, size_t capacity, uint32_t userId);
+    bool importUserFeatures(uint32_t userId, uint8_t kind, const uint8_t *data, uint32_t length);
+    bool addUser(const UserRecord *user);
+    bool deleteUser(uint32_t userId);
+    bool getEmptyUserId(uint32_t *out);
+    bool deleteUserFeatures(uint32_t userId);
 
     // Device and mode.
     /// Height of the palm over the sensor.
     bool getTofDistance(uint16_t *out);
+    bool setMode(uint8_t mode);
+    bool getMode(uint8_t *out);
+    bool getRtcTime(ClockRecord *out);
+    bool setRtcTime(const ClockRecord *time);
     /// Where the terminal is to push its messages; first octet first.
     bool setDebugAddress(const uint8_t ip[4], uint16_t port);
+    bool setTofBias(int16_t bias);
+    bool getTofBias(int32_t *out);
+    /// The first wire::SerialNumberSize bytes; a shorter text is filled up with zeros.
+    bool setSerialNumber(const char *serial, uint32_t length);
+    bool rebootDevice();
+
+    // Documents; those that are set must leave room for a packet's head.
+    bool getUserConfig(char *out, uint32_t *outLen, size_t capacity);
+    bool setUserConfig(const char *json, uint32_t length);
+    bool getVendorConfig(char *out, uint32_t *outLen, size_t capacity);
+    bool setVendorConfig(const char *json, uint32_t length);
+    bool getOutputConfig(char *out, uint32_t *outLen, size_t capacity);
+    bool setOutputConfig(const char *json, uint32_t length);
+    /// `out` holds DocumentCapacity bytes.
+    bool getSystemInfo(char *out, uint32_t *outLen);
+
+    /// Room enough for any document that the terminal sends.
+    static constexpr size_t DocumentCapacity = 3076;
 
     // Cameras; each output holds wire::FrameSize bytes.
     bool getPalmprintImage(uint8_t *out);
     bool getPalmVeinImage(uint8_t *out);
     bool getDualImages(uint8_t *palmprint, uint8_t *vein);
+
+    // Access records.
+    bool getRecordFileList(char *out, uint32_t *outLen, size_t capacity);
+    bool deleteMonthRecords(uint16_t year, uint8_t month);
+    bool clearRecords();
+    /// One page of a month's records from `startIndex` on; `outCount` records of wire::RecordSize.
+    bool getMonthRecords(uint16_t year, uint8_t month, uint8_t *out, size_t capacity,
+                         uint32_t startIndex, uint32_t *outCount);
+
+    // QR codes. Keys end with a zero; those longer than wire::QrKeySize are refused unsent.
+    bool addQrCode(const QrEntry *entry);
+    bool clearQrCodes();
+    bool deleteQrCodeByRemark(const char *text);
+    bool deleteQrCodeByData(const char *text);
+    bool getQrCodeList(char *out, uint32_t *outLen, size_t capacity);
 
 private slots:
     void connected();
@@ -66,41 +116,40 @@ private slots:
     void readyRead();
 
 private:
-    /// How a command waits: for a length that the console knows, or for the one that the reply
-    /// declares. A silent one leaves no line on a time-out.
-    struct Wait
-    {
-        enum Kind { Ack, Reply } kind;
-        size_t bytes;
-        bool silent = false;
-        int rounds = DefaultRounds;
-    };
-
-    /// What a command says of a status that refuses it, untranslated, in the context of this class.
-    struct Refusal
-    {
-        enum Form { Plain, Decimal, Character };
-
-        const char *text;
-        Form statusForm = Plain; ///< how the status takes the place of the text's %1
-    };
-
     PacketWriter request(wire::Command command);
     bool exchange(const PacketWriter &packet, const Wait &wait);
-    bool accepted(const Refusal &refusal);
+    /// An exchange that brings nothing but a status. `texts` is a table as StatusText tells.
+    bool command(const PacketWriter &packet, const Wait &wait, const StatusText *texts);
+    /// An exchange that brings a text.
+    bool getText(wire::Command command, const Wait &wait, const StatusText *texts, char *out,
+                 uint32_t *outLen, size_t capacity);
+
+    bool accepted(const StatusText *texts);
     /// Accepts a reply of status 0 whose first `skipped` bytes behind the head, status included,
-    /// are followed by data that has arrived whole and fits; copies that data out.
-    bool acceptedData(const Refusal &refusal, uint32_t skipped, uint8_t *out, uint32_t *outLen,
-                      size_t capacity);
-    bool refuse(const Refusal &refusal, quint8 status);
+    /// are followed by data, `atLeast` bytes or more, that has arrived whole and fits; copies that
+    /// data out.
+    bool acceptedData(const StatusText *texts, uint32_t skipped, uint8_t *out, uint32_t *outLen,
+                      size_t capacity, size_t atLeast = 0);
+    /// Accepts a reply of status 0 that has brought `length` bytes, and that these fit; copies
+    /// them out.
+    bool acceptedBlock(const StatusText *texts, size_t length, uint8_t *out, size_t capacity);
+    bool refuse(const StatusText *texts, quint8 status);
+
+    bool enroll(DeviceMode mode, uint32_t userId, const StatusText *texts);
+    /// An exchange whose reply has `size` bytes of a value and no status.
+    bool getValue(wire::Command command, size_t size);
+    bool getDocument(wire::Command command, char *out, uint32_t *outLen, size_t capacity);
+    bool setDocument(wire::Command code, const char *json, uint32_t length);
+    bool deleteQrCode(uint8_t selector, const char *text, const QString &tooLong,
+                      const StatusText *texts);
+    /// The status; 0 where the reply declares no bytes at all and so has none.
+    quint8 declaredStatus() const;
 
     bool getImage(wire::Command command, uint8_t *out);
 
     ReplyView reply() const { return ReplyView(recvBuffer); }
     void log(const QString &line);
     bool waitUntil(const std::function<bool()> &complete, int rounds);
-
-    static constexpr int DefaultRounds = 1000;
 
     bool isConnected = false;
     QTcpSocket *socket;

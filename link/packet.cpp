@@ -2,6 +2,7 @@
 
 #include "link/wire.h"
 
+#include <algorithm>
 #include <cstring>
 
 PacketWriter::PacketWriter(uint8_t *target, size_t targetCapacity)
@@ -36,6 +37,17 @@ PacketWriter &PacketWriter::bytes(const void *source, size_t length)
     return *this;
 }
 
+PacketWriter &PacketWriter::padded(const void *source, size_t length, size_t width)
+{
+    fitting = fitting && used <= capacity && width <= capacity - used;
+    if (fitting) {
+        std::memset(buffer + used, 0, width);
+        bytes(source, std::min(length, width));
+        used += width - std::min(length, width);
+    }
+    return *this;
+}
+
 PacketWriter &PacketWriter::bigEndian(uint32_t value, size_t width)
 {
     uint8_t octets[4] = {};
@@ -60,7 +72,7 @@ size_t ReplyView::declaredTotal() const
     return has(0, wire::HeadSize) ? wire::HeadSize + declaredLength() : 0;
 }
 
-bool ReplyView::isWhole(uint32_t length) const
+bool ReplyView::isWhole(size_t length) const
 {
     return has(0, wire::HeadSize) && declaredLength() >= length && declaredTotal() <= count;
 }
@@ -73,6 +85,11 @@ uint8_t ReplyView::u8(size_t offset) const
 uint16_t ReplyView::u16(size_t offset) const
 {
     return static_cast<uint16_t>(bigEndian(offset, 2));
+}
+
+uint32_t ReplyView::u32(size_t offset) const
+{
+    return bigEndian(offset, 4);
 }
 
 bool ReplyView::copy(size_t offset, size_t length, uint8_t *out) const

@@ -17,6 +17,8 @@ public:
     PacketWriter &u16(uint16_t value);
     PacketWriter &u32(uint32_t value);
     PacketWriter &bytes(const void *data, size_t length);
+    /// A field of `width` bytes: the first bytes of the data, as far as they go, then zeros.
+    PacketWriter &padded(const void *data, size_t length, size_t width);
 
     bool fits() const { return fitting; }
     /// The whole packet's length so far in bytes, head included.
@@ -45,11 +47,12 @@ public:
     size_t declaredTotal() const;
     /// Whether the reply declares `length` bytes or more behind its head and all that it declares
     /// has arrived.
-    bool isWhole(uint32_t length) const;
+    bool isWhole(size_t length) const;
 
     /// The unsigned integer at an offset, 0 where bytes are missing.
     uint8_t u8(size_t offset) const;
     uint16_t u16(size_t offset) const;
+    uint32_t u32(size_t offset) const;
 
     /// Copies `length` bytes from `offset`; false, and nothing copied, when fewer have arrived.
     bool copy(size_t offset, size_t length, uint8_t *out) const;

@@ -13,6 +13,37 @@ enum class DeviceMode : quint8 {
     RemoteEnroll = 6,
 };
 
+/// A local time of the terminal's clock, byte for byte as on the wire.
+struct ClockRecord
+{
+    quint8 year; ///< since 1970
+    quint8 month;
+    quint8 day;
+    quint8 hour;
+    quint8 minute;
+    quint8 second;
+};
+
+/// A user as the terminal is told of one. Texts are UTF-8 and zero-padded; a text that fills its
+/// field has no zero.
+struct UserRecord
+{
+    quint32 userId;
+    quint32 cardNumber; ///< 0: none
+    char name[32];
+    char department[32];
+};
+
+/// A QR code that opens the way from its start to its end. Texts as in UserRecord; times are
+/// century, year of the century, month, day, hour, minute, second, a byte each.
+struct QrEntry
+{
+    char data[512];
+    char remark[32];
+    quint8 startTime[7];
+    quint8 endTime[7];
+};
+
 /// The packet format shared by console and terminal. Offsets count from a packet's first byte;
 /// integers are unsigned and big-endian.
 namespace wire {
@@ -36,6 +67,20 @@ constexpr size_t SendCapacity = 65536;
 constexpr int FrameWidth = 540;
 constexpr int FrameHeight = 720;
 constexpr size_t FrameSize = size_t{FrameWidth} * FrameHeight;
+
+/// The palm features of one file, as they are imported and fetched.
+constexpr size_t FeatureSize = 10240;
+
+/// An access record; a page of a month has at most RecordsPerPage of them.
+constexpr size_t RecordSize = 100;
+constexpr size_t RecordsPerPage = 3000;
+
+constexpr size_t SerialNumberSize = 15;
+/// Longest remark or data by which a QR code can be deleted.
+constexpr size_t QrKeySize = 32;
+
+/// On the wire the distance sensor's bias is this much more, and so never negative.
+constexpr int TofBiasOffset = 1000;
 
 constexpr quint8 StatusOk = 0;
 

@@ -1,9 +1,7 @@
-#include "link/cmdclient.h"
-#include "scriptedpeer.h"
+#include "linkrig.h"
 
 #include <QNetworkProxy>
 #include <QTcpSocket>
-#include <QTextEdit>
 #include <QtTest>
 
 #include <functional>
@@ -14,25 +12,8 @@ Q_DECLARE_METATYPE(Call)
 
 namespace {
 
-constexpr int FrameSize = 388800;
 const char AnyRequest[] =
     "EAC5 000001 00"; // what a client that has sent nothing yet sends as 6 bytes
-
-/// A client that is connected to a scripted terminal, its log still empty.
-struct Link
-{
-    Link()
-    {
-        client.connectToDevice("127.0.0.1", peer.port());
-        log.clear();
-    }
-
-    QTcpSocket *socket() const { return client.findChild<QTcpSocket *>(); }
-
-    ScriptedPeer peer;
-    QTextEdit log;
-    CmdClient client{&log, nullptr};
-};
 
 /// Notes whether a command is waiting at the moment a timer fires.
 class WaitProbe : public QObject
@@ -55,18 +36,9 @@ private:
     const CmdClient &client;
 };
 
-uint8_t *bytesOf(QByteArray &buffer)
+QTcpSocket *socketOf(const Link &link)
 {
-    return reinterpret_cast<uint8_t *>(buffer.data());
-}
-
-/// A frame in which neighbours differ, other than one with another shift.
-QByteArray frame(int shift)
-{
-    QByteArray bytes(FrameSize, '\0');
-    for (int i = 0; i < FrameSize; ++i)
-        bytes[i] = static_cast<char>(i % 251 + shift);
-    return bytes;
+    return link.client.findChild<QTcpSocket *>();
 }
 
 } // namespace
@@ -84,14 +56,7 @@ private slots:
     void waits();
     void discardsLateData();
     void tellsWhetherItWaits();
-    void getsTheUserList_data();
-    void getsTheUserList();
     void framesPackets();
-    void setsTheDebugAddress();
-    void getsTheDistance();
-    void getsImages();
-    void timesOut_data();
-    void timesOut();
 };
 
 void TestCmdClient::connectsAndDisconnects()
@@ -117,7 +82,7 @@ void TestCmdClient::reconnectsWhenThePeerHasLeft()
     Link link;
     QTRY_COMPARE(link.peer.connectionCount(), 1);
     link.peer.closeConnection();
-    QTRY_COMPARE(link.socket()->state(), QAbstractSocket::UnconnectedState);
+    QTRY_COMPARE(socketOf(link)->state(), QAbstractSocket::UnconnectedState);
 
     uint16_t distance = 7;
     QVERIFY(!link.client.getTofDistance(&distance));
@@ -225,7 +190,7 @@ void TestCmdClient::discardsLateData()
     QTRY_VERIFY(link.peer.isDone());
     QVERIFY(!link.client.waitAck(6, 5));
 
-    QSignalSpy arrival(link.socket(), SIGNAL(readyRead()));
+    QSignalSpy arrival(socketOf(link), SIGNAL(readyRead()));
     link.peer.send(hex("EAC5 000001 00"));
     QTRY_COMPARE(arrival.count(), 1);
     QVERIFY(!link.client.waitAck(1, 5));
@@ -247,130 +212,6 @@ void TestCmdClient::tellsWhetherItWaits()
     QVERIFY(link.client.getTofDistance(&distance));
     QVERIFY(duringSuccess.waiting);
     QVERIFY(!link.client.isWaiting());
-}
-
-void TestCmdClient::getsTheUserList_data()
-{
-    QTest::addColumn<Pieces>("pieces");
-    QTest::addColumn<int>("capacity");
-    QTest::addColumn<QByteArray>("text"); // null when refused
-    QTest::addColumn<QString>("line");
-
-    const auto row = [](const char *name, const Pieces &pieces, int capacity, const char *text,
-                        const char *line) {
-        QTest::newRow(name) << pieces << capacity << QByteArray(text) << QString(line);
-    };
-    const QByteArray five = hex("EAC5 000005 00 61626364");
-    row("accepted", {five}, 8, "abcd", "The loaded data count：5");
-    row("bytewise", bytewise(five), 8, "abcd", "The loaded data count：5");
-    row("fills-the-buffer", {five}, 4, "abcd", "The loaded data count：5");
-    row("past-the-buffer", {five}, 3, nullptr, "Unknown error: 0");
-    row("no-text", {hex("EAC5 000001 00")}, 8, "", "The loaded data count：1");
-    row("declares-nothing", {hex("EAC5 000000")}, 8, nullptr, "Unknown error: 0");
-    row("declares-nothing-brings-more", {hex("EAC5 000000 07 6162")}, 8, nullptr,
-        "Unknown error: 0");
-    row("declares-more-than-arrived", {head(0xFFFFFF) + QByteArray(799995, '\0')}, 0x1000000,
-        nullptr, "Unknown error: 0");
-    row("status-255", {hex("EAC5 000001 FF")}, 8, nullptr, "Unknown error: 255");
-    row("status-before-text", {hex("EAC5 000005 02 61626364")}, 8, nullptr, "Unknown error: 2");
-    row("one-byte-short", {five.left(9)}, 8, nullptr, "Fail to accept ACK.");
-}
-
-void TestCmdClient::getsTheUserList()
-{
-    QFETCH(Pieces, pieces);
-    QFETCH(int, capacity);
-    QFETCH(QByteArray, text);
-
-    Link link;
-    link.peer.expect({hex("EAC5 000001 10"), pieces});
-    const QByteArray untouched(capacity + 1, '\xAA');
-    QByteArray out = untouched;
-    uint32_t length = 77;
-    const bool accepted =
-        link.client.getUserList(bytesOf(out), &length, static_cast<size_t>(capacity));
-    QCOMPARE(accepted, !text.isNull());
-    QCOMPARE(length, accepted ? static_cast<uint32_t>(text.size()) : 77U);
-    QVERIFY(out == text + untouched.mid(text.size()));
-    QTEST(link.log.toPlainText(), "line");
-}
-
-void TestCmdClient::setsTheDebugAddress()
-{
-    Link link;
-    const uint8_t ip[4] = {192, 168, 31, 20};
-    for (const char *reply : {"EAC5 000001 00", "EAC5 000001 41", "EAC5 000001 02"}) {
-        link.peer.expect({hex("EAC5 000007 08 C0A81F14 EAB6"), {hex(reply)}});
-        QCOMPARE(link.client.setDebugAddress(ip, 60086), hex(reply).endsWith('\0'));
-    }
-    QCOMPARE(link.log.toPlainText(),
-             QString("Fail to set Debug address：A\nFail to set Debug address：\x02"));
-}
-
-void TestCmdClient::getsTheDistance()
-{
-    Link link;
-    uint16_t distance = 0;
-    link.peer.expect({hex("EAC5 000001 00"), {hex("EAC5 000002 FE01")}});
-    QVERIFY(link.client.getTofDistance(&distance));
-    QCOMPARE(int(distance), 65025);
-    QCOMPARE(link.log.toPlainText(), QString());
-}
-
-void TestCmdClient::getsImages()
-{
-    Link link;
-    const QByteArray one = frame(1); // its first byte, where others have a status, is not 0
-    const QByteArray two = frame(2);
-    QByteArray print(FrameSize + 1, '\xAA');
-    QByteArray vein = print;
-
-    link.peer.expect({hex("EAC5 000001 01"), {head(388800) + one}});
-    QVERIFY(link.client.getPalmprintImage(bytesOf(print)));
-    QVERIFY(print == one + '\xAA');
-
-    link.peer.expect({hex("EAC5 000001 02"), {head(388800), two.left(70000), two.mid(70000)}});
-    QVERIFY(link.client.getPalmVeinImage(bytesOf(vein)));
-    QVERIFY(vein == two + '\xAA');
-
-    link.peer.expect({hex("EAC5 000001 03"), {head(777600) + two + one}});
-    QVERIFY(link.client.getDualImages(bytesOf(print), bytesOf(vein)));
-    QVERIFY(print == two + '\xAA');
-    QVERIFY(vein == one + '\xAA');
-    QCOMPARE(link.log.toPlainText(), QString());
-}
-
-void TestCmdClient::timesOut_data()
-{
-    QTest::addColumn<Call>("command");
-    QTest::addColumn<QByteArray>("request");
-    QTest::addColumn<QByteArray>("reply");
-
-    static QByteArray image(FrameSize, '\xAA');
-    static uint16_t distance = 7;
-    QTest::newRow("distance") << Call([](CmdClient &c) {
-        return c.getTofDistance(&distance) || distance != 7;
-    }) << hex("EAC5 000001 00")
-                              << hex("EAC5 000002 01");
-    QTest::newRow("image") << Call([](CmdClient &c) {
-        return c.getPalmprintImage(bytesOf(image)) || image != QByteArray(FrameSize, '\xAA');
-    }) << hex("EAC5 000001 01")
-                           << head(388800) + QByteArray(388799, '\0');
-    QTest::newRow("debug-address")
-        << Call([](CmdClient &c) { return c.setDebugAddress(bytesOf(image), 1); })
-        << hex("EAC5 000007 08 AAAAAAAA 0001") << hex("EAC5 000001");
-}
-
-// One byte short: these commands leave no line then, nor a part of what arrived.
-void TestCmdClient::timesOut()
-{
-    QFETCH(Call, command);
-    QFETCH(QByteArray, request);
-    QFETCH(QByteArray, reply);
-    Link link;
-    link.peer.expect({request, {reply}});
-    QVERIFY(!command(link.client));
-    QCOMPARE(link.log.toPlainText(), QString());
 }
 
 QTEST_MAIN(TestCmdClient)

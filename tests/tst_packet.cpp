@@ -10,6 +10,7 @@ private slots:
     void writesWithinTheBuffer_data();
     void writesWithinTheBuffer();
     void writesNothingMoreOnceUnfitting();
+    void padsFields();
     void readsHead_data();
     void readsHead();
     void readsWithinTheReply();
@@ -68,6 +69,17 @@ void TestPacket::writesNothingMoreOnceUnfitting()
     QVERIFY(!packet.u32(0xFFFFFFFF).u8(0xFF).bytes(nullptr, 0).fits());
     QVERIFY(!PacketWriter(bytesOf(buffer), 7).bytes("x", SIZE_MAX).fits());
     QCOMPARE(buffer, QByteArray(7, '\0'));
+}
+
+void TestPacket::padsFields()
+{
+    QByteArray buffer(14, '\xAA');
+    PacketWriter packet(bytesOf(buffer), 13);
+    packet.padded("ab", 2, 4).padded("cdef", 4, 2).padded(nullptr, 0, 1);
+    QVERIFY(packet.fits());
+    QCOMPARE(packet.size(), 12U);
+    QVERIFY(!packet.padded("g", 1, 2).fits());
+    QCOMPARE(buffer, QByteArray(5, '\xAA') + QByteArray::fromHex("61620000 6364 00 AAAA"));
 }
 
 void TestPacket::readsHead_data()
