@@ -16,8 +16,8 @@ Chatter::Chatter(const Device &device, quint32 seed)
 QString Chatter::greeting() const
 {
     return QStringLiteral("%1 %2 online, %3 users")
-        .arg(deviceName(), m_device.serialNumber)
-        .arg(m_device.users.size());
+        .arg(deviceName(), m_device.state.serialNumber)
+        .arg(m_device.state.users.size());
 }
 
 QString Chatter::nextLine()
@@ -35,10 +35,11 @@ QString Chatter::palmSeen()
 
 QString Chatter::userRecognised()
 {
-    if (m_device.users.isEmpty())
+    const std::map<quint32, User> &users = m_device.state.users;
+    if (users.empty())
         return QStringLiteral("palm not recognised");
-    const auto index = static_cast<int>(m_random.bounded(quint32(m_device.users.size())));
-    const User &user = m_device.users.at(index);
+    const User &user =
+        std::next(users.begin(), m_random.bounded(static_cast<int>(users.size())))->second;
     return QStringLiteral("user %1 %2 recognised, score %3")
         .arg(QString::number(user.id), user.name, QString::number(m_random.bounded(82, 100)));
 }

@@ -1,5 +1,7 @@
 #include "simulator/commandline.h"
 
+#include "simulator/faultspec.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
@@ -19,7 +21,18 @@ struct NumberOption
     quint32 highest;
 };
 
-enum Number { Port, PushPort, PushInterval, Seed };
+enum Number {
+    Port,
+    PushPort,
+    PushInterval,
+    Seed,
+    Rate,
+    Delay,
+    MaxUsers,
+    EnrollSeconds,
+    RebootSeconds,
+    Records
+};
 
 constexpr NumberOption Numbers[] = {
     {"port", "port", "Listen on this port; 0 picks a free one.", "20086", 0, 65535},
@@ -27,6 +40,14 @@ constexpr NumberOption Numbers[] = {
      "0", 0, 65535},
     {"push-interval", "seconds", "Time between two pushed messages.", "5", 1, 3600},
     {"seed", "number", "Start of everything random.", "1", 0, std::numeric_limits<quint32>::max()},
+    {"rate", "bytes", "Send at most so many bytes a second to each console; 0 sets no limit.", "0",
+     0, 1'000'000'000},
+    {"delay", "ms", "Added to the round trip of every command.", "0", 0, Fault::MostMs},
+    {"max-users", "number", "Users that the database holds.", "3000", 1, 100000},
+    {"enroll-seconds", "seconds", "Time that an enrollment takes.", "3", 0, 60},
+    {"reboot-seconds", "seconds", "Time that a reboot takes.", "10", 0, 60},
+    {"records", "number", "Access records to begin with, spread over six months.", "60", 0,
+     MostRecords},
 };
 
 void describe(QCommandLineParser &parser)
@@ -40,6 +61,11 @@ void describe(QCommandLineParser &parser)
         parser.addOption({QString::fromLatin1(number.name), QString::fromLatin1(number.description),
                           QString::fromLatin1(number.valueName),
                           QString::fromLatin1(number.value)});
+    parser.addOption({QStringLiteral("data"),
+                      QStringLiteral("Keep the terminal's state in this file; what it holds goes "
+                                     "before --records."),
+                      QStringLiteral("file")});
+    parser.addOption({QStringLiteral("fault"), faultSyntax(), QStringLiteral("fault")});
     parser.addOption({QStringLiteral("verbose"), QStringLiteral("Tell each command on stderr.")});
 }
 
@@ -73,6 +99,21 @@ bool readAddress(const QCommandLineParser &parser, QHostAddress *address, QStrin
     return false;
 }
 
+bool readFaults(const QCommandLineParser &parser, QVector<Fault> *faults, QString *error)
+{
+    const QStringList texts = parser.values(QStringLiteral("fault"));
+    for (const QString &text : texts) {
+        Fault fault;
+        QString reason;
+        if (!parseFault(text, &fault, &reason)) {
+            *error = QStringLiteral("%1 (%2)").arg(complaint("fault", text), reason);
+            return false;
+        }
+        *faults << fault;
+    }
+    return true;
+}
+
 } // namespace
 
 bool readArguments(const QCoreApplication &app, Settings *settings, QString *error)
@@ -85,13 +126,22 @@ bool readArguments(const QCoreApplication &app, Settings *settings, QString *err
         return false;
     }
     quint32 numbers[std::size(Numbers)] = {};
-    if (!readAddress(parser, &settings->address, error) || !readNumbers(parser, numbers, error))
+    if (!readAddress(parser, &settings->address, error) || !readNumbers(parser, numbers, error) ||
+        !readFaults(parser, &settings->terminal.faults.faults, error))
         return false;
     settings->port = static_cast<quint16>(numbers[Port]);
+    settings->dataFile = parser.value(QStringLiteral("data"));
     settings->verbose = parser.isSet(QStringLiteral("verbose"));
     settings->terminal.pushPort = static_cast<quint16>(numbers[PushPort]);
     settings->terminal.pushIntervalMs = static_cast<int>(numbers[PushInterval]) * 1000;
     settings->terminal.seed = numbers[Seed];
+    settings->terminal.faults.seed = numbers[Seed];
+    settings->terminal.faults.bytesPerSecond = numbers[Rate];
+    settings->terminal.faults.delayMs = static_cast<int>(numbers[Delay]);
+    settings->terminal.maxUsers = static_cast<int>(numbers[MaxUsers]);
+    settings->terminal.enrollMs = static_cast<int>(numbers[EnrollSeconds]) * 1000;
+    settings->terminal.rebootMs = static_cast<int>(numbers[RebootSeconds]) * 1000;
+    settings->terminal.records = static_cast<int>(numbers[Records]);
     return true;
 }
 

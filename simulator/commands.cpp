@@ -1,14 +1,16 @@
 #include "simulator/commands.h"
 
+#include "simulator/device.h"
+
 #include <algorithm>
 
 namespace sim {
 namespace {
 
-/// For commands that this terminal knows and does not carry out.
-QByteArray refuse(Device & /*device*/, const Request & /*request*/)
+/// For what must not happen while a person is being enrolled.
+template <Answer answer> QByteArray unlessEnrolling(Device &device, const Request &request)
 {
-    return statusReply(Status::WrongParameter);
+    return device.enrolling() ? statusReply(Status::Busy) : answer(device, request);
 }
 
 constexpr Command Commands[] = {
@@ -23,7 +25,7 @@ constexpr Command Commands[] = {
     {wire::Command::SetDebugAddress, ReplyForm::Status, "setDebugAddress", setDebugAddress},
     {wire::Command::SetTofBias, ReplyForm::Status, "setTofBias", setTofBias},
     {wire::Command::GetTofBias, ReplyForm::Plain, "getTofBias", getTofBias},
-    {wire::Command::ClearUsers, ReplyForm::Status, "clearUsers", clearUsers},
+    {wire::Command::ClearUsers, ReplyForm::Status, "clearUsers", unlessEnrolling<clearUsers>},
     {wire::Command::GetUserList, ReplyForm::Status, "getUserList", getUserList},
     {wire::Command::SetUserConfig, ReplyForm::Status, "setUserConfig", setUserConfig},
     {wire::Command::GetUserConfig, ReplyForm::Status, "getUserConfig", getUserConfig},
@@ -32,21 +34,26 @@ constexpr Command Commands[] = {
     {wire::Command::SetVendorConfig, ReplyForm::Status, "setVendorConfig", setVendorConfig},
     {wire::Command::GetOutputConfig, ReplyForm::Status, "getOutputConfig", getOutputConfig},
     {wire::Command::SetOutputConfig, ReplyForm::Status, "setOutputConfig", setOutputConfig},
-    {wire::Command::GetRemoteEnrollImages, ReplyForm::Status, "getRemoteEnrollImages", refuse},
-    {wire::Command::GetRemoteFeatures, ReplyForm::Status, "getRemoteFeatures", refuse},
-    {wire::Command::ImportUserFeatures, ReplyForm::Status, "importUserFeatures", refuse},
-    {wire::Command::AddUser, ReplyForm::Status, "addUser", refuse},
-    {wire::Command::DeleteUser, ReplyForm::Status, "deleteUser", refuse},
-    {wire::Command::GetEmptyUserId, ReplyForm::Status, "getEmptyUserId", getEmptyUserId},
-    {wire::Command::DeleteUserFeatures, ReplyForm::Status, "deleteUserFeatures", refuse},
+    {wire::Command::GetRemoteEnrollImages, ReplyForm::Status, "getRemoteEnrollImages",
+     getRemoteEnrollImages},
+    {wire::Command::GetRemoteFeatures, ReplyForm::Status, "getRemoteFeatures", getRemoteFeatures},
+    {wire::Command::ImportUserFeatures, ReplyForm::Status, "importUserFeatures",
+     unlessEnrolling<importUserFeatures>},
+    {wire::Command::AddUser, ReplyForm::Status, "addUser", unlessEnrolling<addUser>},
+    {wire::Command::DeleteUser, ReplyForm::Status, "deleteUser", unlessEnrolling<deleteUser>},
+    {wire::Command::GetEmptyUserId, ReplyForm::Status, "getEmptyUserId",
+     unlessEnrolling<getEmptyUserId>},
+    {wire::Command::DeleteUserFeatures, ReplyForm::Status, "deleteUserFeatures",
+     unlessEnrolling<deleteUserFeatures>},
     {wire::Command::GetRecordFileList, ReplyForm::Status, "getRecordFileList", getRecordFileList},
-    {wire::Command::DeleteMonthRecords, ReplyForm::Status, "deleteMonthRecords", refuse},
+    {wire::Command::DeleteMonthRecords, ReplyForm::Status, "deleteMonthRecords",
+     deleteMonthRecords},
     {wire::Command::ClearRecords, ReplyForm::Status, "clearRecords", clearRecords},
     {wire::Command::GetMonthRecords, ReplyForm::Status, "getMonthRecords", getMonthRecords},
     {wire::Command::SetSerialNumber, ReplyForm::Status, "setSerialNumber", setSerialNumber},
-    {wire::Command::AddQrCode, ReplyForm::Status, "addQrCode", refuse},
+    {wire::Command::AddQrCode, ReplyForm::Status, "addQrCode", addQrCode},
     {wire::Command::ClearQrCodes, ReplyForm::Status, "clearQrCodes", clearQrCodes},
-    {wire::Command::DeleteQrCode, ReplyForm::Status, "deleteQrCode", refuse},
+    {wire::Command::DeleteQrCode, ReplyForm::Status, "deleteQrCode", deleteQrCode},
     {wire::Command::GetQrCodeList, ReplyForm::Status, "getQrCodeList", getQrCodeList},
     {wire::Command::Reboot, ReplyForm::Status, "rebootDevice", rebootDevice},
 };

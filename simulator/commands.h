@@ -14,12 +14,14 @@ enum class ReplyForm : quint8 {
     Plain,  ///< data at once; such a command cannot be refused
 };
 
+using Answer = QByteArray (*)(Device &, const Request &); ///< gives the reply, head included
+
 struct Command
 {
     wire::Command code;
     ReplyForm form;
     const char *name;
-    QByteArray (*answer)(Device &, const Request &); ///< gives the whole reply, head included
+    Answer answer;
 };
 
 /// nullptr when there is no such command.
@@ -29,10 +31,17 @@ const Command *findCommand(quint8 code);
 QByteArray clearUsers(Device &, const Request &);
 QByteArray getUserList(Device &, const Request &);
 QByteArray getEmptyUserId(Device &, const Request &);
-// Device:
-QByteArray getTofDistance(Device &, const Request &);
+QByteArray addUser(Device &, const Request &);
+QByteArray deleteUser(Device &, const Request &);
+QByteArray deleteUserFeatures(Device &, const Request &);
+QByteArray importUserFeatures(Device &, const Request &);
+// Mode and enrollment:
 QByteArray setMode(Device &, const Request &);
 QByteArray getMode(Device &, const Request &);
+QByteArray getRemoteEnrollImages(Device &, const Request &);
+QByteArray getRemoteFeatures(Device &, const Request &);
+// Device:
+QByteArray getTofDistance(Device &, const Request &);
 QByteArray getRtcTime(Device &, const Request &);
 QByteArray setRtcTime(Device &, const Request &);
 QByteArray setDebugAddress(Device &, const Request &);
@@ -51,10 +60,14 @@ QByteArray rebootDevice(Device &, const Request &);
 QByteArray getPalmprintImage(Device &, const Request &);
 QByteArray getPalmVeinImage(Device &, const Request &);
 QByteArray getDualImages(Device &, const Request &);
-// Access records and QR codes:
+// Access records:
 QByteArray getRecordFileList(Device &, const Request &);
+QByteArray deleteMonthRecords(Device &, const Request &);
 QByteArray clearRecords(Device &, const Request &);
 QByteArray getMonthRecords(Device &, const Request &);
+// QR codes:
+QByteArray addQrCode(Device &, const Request &);
+QByteArray deleteQrCode(Device &, const Request &);
 QByteArray clearQrCodes(Device &, const Request &);
 QByteArray getQrCodeList(Device &, const Request &);
 

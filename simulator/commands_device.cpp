@@ -4,16 +4,11 @@
 #include "simulator/documents.h"
 #include "simulator/json.h"
 
-#include <algorithm>
-#include <cctype>
-
 namespace sim {
 namespace {
 
-constexpr int BiasOffset = 1000; // carried as bias + 1000
-constexpr int FirstYear = 1970;  // carried as year - 1970
-constexpr int SerialLength = 15;
-constexpr int SerialField = 16;
+constexpr int FirstYear = 1970; // carried as year - 1970
+constexpr int SerialField = 16; // a zero byte behind the serial number
 
 void appendByte(QByteArray &bytes, int value)
 {
@@ -52,14 +47,8 @@ QByteArray changeDocument(Device &device, Json::Value &document, const Request &
     if (toText(changed).size() > LongestDocument)
         return statusReply(Status::WrongParameter);
     document = changed;
-    device.announce(QStringLiteral("configuration changed"));
+    device.changed(QStringLiteral("configuration changed"));
     return statusReply(Status::Ok);
-}
-
-bool isSerialNumber(const QByteArray &text)
-{
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; });
 }
 
 } // namespace
@@ -67,21 +56,6 @@ bool isSerialNumber(const QByteArray &text)
 QByteArray getTofDistance(Device &device, const Request & /*request*/)
 {
     return plainReply(bytesOf16(device.palmHeight()));
-}
-
-QByteArray setMode(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
-    const quint8 mode = reader.u8();
-    // A user ID behind the mode asks for an enrollment, which is not simulated.
-    if (!reader.exact() || !device.setMode(mode))
-        return statusReply(Status::WrongParameter);
-    return statusReply(Status::Ok);
-}
-
-QByteArray getMode(Device &device, const Request & /*request*/)
-{
-    return plainReply(QByteArray(1, static_cast<char>(device.mode())));
 }
 
 QByteArray getRtcTime(Device &device, const Request & /*request*/)
@@ -113,67 +87,69 @@ QByteArray setDebugAddress(Device &device, const Request &request)
 QByteArray setTofBias(Device &device, const Request &request)
 {
     PayloadReader reader(request.payload);
-    const int bias = reader.u16() - BiasOffset;
+    const int bias = reader.u16() - wire::TofBiasOffset;
     if (!reader.exact())
         return statusReply(Status::WrongParameter);
-    device.sensorBias = bias;
-    device.announce(QStringLiteral("distance sensor bias set to %1 mm").arg(bias));
+    device.state.sensorBias = bias;
+    device.changed(QStringLiteral("distance sensor bias set to %1 mm").arg(bias));
     return statusReply(Status::Ok);
 }
 
 QByteArray getTofBias(Device &device, const Request & /*request*/)
 {
-    return plainReply(bytesOf16(static_cast<quint16>(device.sensorBias + BiasOffset)));
+    return plainReply(
+        bytesOf16(static_cast<quint16>(device.state.sensorBias + wire::TofBiasOffset)));
 }
 
 QByteArray setUserConfig(Device &device, const Request &request)
 {
-    return changeDocument(device, device.documents.user, request);
+    return changeDocument(device, device.state.documents.user, request);
 }
 
 QByteArray getUserConfig(Device &device, const Request & /*request*/)
 {
-    return dataReply(toText(device.documents.user));
+    return dataReply(toText(device.state.documents.user));
 }
 
 QByteArray getSystemInfo(Device &device, const Request & /*request*/)
 {
-    return dataReply(toText(systemInfoDocument(device.serialNumber)));
+    return dataReply(
+        toText(systemInfoDocument(device.state.serialNumber, device.options().maxUsers)));
 }
 
 QByteArray getVendorConfig(Device &device, const Request & /*request*/)
 {
-    return dataReply(toText(device.documents.vendor));
+    return dataReply(toText(device.state.documents.vendor));
 }
 
 QByteArray setVendorConfig(Device &device, const Request &request)
 {
-    return changeDocument(device, device.documents.vendor, request);
+    return changeDocument(device, device.state.documents.vendor, request);
 }
 
 QByteArray getOutputConfig(Device &device, const Request & /*request*/)
 {
-    return dataReply(toText(device.documents.output));
+    return dataReply(toText(device.state.documents.output));
 }
 
 QByteArray setOutputConfig(Device &device, const Request &request)
 {
-    return changeDocument(device, device.documents.output, request);
+    return changeDocument(device, device.state.documents.output, request);
 }
 
 QByteArray setSerialNumber(Device &device, const Request &request)
 {
-    const QByteArray serial = request.payload.left(SerialLength);
+    const QString serial = QString::fromLatin1(request.payload.left(SerialLength));
     if (request.payload.size() != SerialField || !isSerialNumber(serial))
         return statusReply(Status::WrongParameter);
-    device.serialNumber = QString::fromLatin1(serial);
-    device.announce(QStringLiteral("serial number written"));
+    device.state.serialNumber = serial;
+    device.changed(QStringLiteral("serial number written"));
     return statusReply(Status::Ok);
 }
 
 QByteArray rebootDevice(Device &device, const Request & /*request*/)
 {
-    device.announce(QStringLiteral("rebooting in 10 seconds"));
+    device.reboot();
     return statusReply(Status::Ok);
 }
 

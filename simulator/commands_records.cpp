@@ -6,11 +6,12 @@
 namespace sim {
 namespace {
 
-constexpr int RecordsPerPage = 3000;
+constexpr int RecordsPerPage = static_cast<int>(wire::RecordsPerPage);
 // Widths of a record's fields: its type with three reserved bytes, then four texts.
 constexpr int TypeField = 4;
 constexpr int ShortField = 16;
 constexpr int LongField = 32;
+static_assert(TypeField + 2 * ShortField + 2 * LongField == int{wire::RecordSize});
 
 QByteArray recordBytes(const AccessRecord &record)
 {
@@ -26,29 +27,19 @@ QByteArray recordBytes(const AccessRecord &record)
 QString fileName(const Month &month)
 {
     return QStringLiteral("record_%1_%2.dat")
-        .arg(month.first)
+        .arg(month.first, 4, 10, QLatin1Char('0'))
         .arg(month.second, 2, 10, QLatin1Char('0'));
 }
 
-std::string timeText(const QDateTime &time)
+Month readMonth(PayloadReader &reader)
 {
-    return time.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss")).toStdString();
+    const int year = reader.u16();
+    return {year, reader.u8()};
 }
 
-Json::Value listEntry(const QrCode &code)
+bool isMonth(const Month &month)
 {
-    Json::Value entry;
-    entry["name"] = code.note.toStdString();
-    entry["st"] = timeText(code.start);
-    entry["et"] = timeText(code.end);
-    entry["QR"] = code.data.toStdString();
-    return entry;
-}
-
-QVector<AccessRecord> recordsOf(const Device &device, const Month &month)
-{
-    const auto found = device.records.find(month);
-    return found == device.records.end() ? QVector<AccessRecord>() : found->second;
+    return month.second >= 1 && month.second <= 12;
 }
 
 } // namespace
@@ -57,49 +48,43 @@ QByteArray getRecordFileList(Device &device, const Request & /*request*/)
 {
     Json::Value document;
     Json::Value &files = document["record_files"] = Json::arrayValue;
-    for (const auto &month : device.records)
+    for (const auto &month : device.state.records.counts)
         files.append(fileName(month.first).toStdString());
     return dataReply(toText(document));
 }
 
+QByteArray deleteMonthRecords(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    const Month month = readMonth(reader);
+    if (!reader.exact() || !isMonth(month))
+        return statusReply(Status::WrongParameter);
+    device.state.records.counts.erase(month);
+    device.changed(fileName(month) + QStringLiteral(" deleted"));
+    return statusReply(Status::Ok);
+}
+
 QByteArray clearRecords(Device &device, const Request & /*request*/)
 {
-    device.records.clear();
-    device.announce(QStringLiteral("all records cleared"));
+    device.state.records.counts.clear();
+    device.changed(QStringLiteral("all records cleared"));
     return statusReply(Status::Ok);
 }
 
 QByteArray getMonthRecords(Device &device, const Request &request)
 {
     PayloadReader reader(request.payload);
-    const int year = reader.u16();
-    const int month = reader.u8();
+    const Month month = readMonth(reader);
     const quint32 start = reader.u32();
-    if (!reader.exact())
+    if (!reader.exact() || !isMonth(month))
         return statusReply(Status::WrongParameter);
-    const QVector<AccessRecord> all = recordsOf(device, {year, month});
-    const int first = static_cast<int>(qMin(start, static_cast<quint32>(all.size())));
-    const QVector<AccessRecord> page = all.mid(first, RecordsPerPage);
-    QByteArray payload = bytesOf16(static_cast<quint16>(page.size()));
-    for (const AccessRecord &record : page)
-        payload += recordBytes(record);
+    const int count = recordCount(device.state.records, month);
+    const int first = static_cast<int>(qMin(start, static_cast<quint32>(count)));
+    const int end = qMin(count, first + RecordsPerPage);
+    QByteArray payload = bytesOf16(static_cast<quint16>(end - first));
+    for (int i = first; i < end; ++i)
+        payload += recordBytes(recordAt(device.state.records, month, i));
     return dataReply(payload);
-}
-
-QByteArray clearQrCodes(Device &device, const Request & /*request*/)
-{
-    device.qrCodes.clear();
-    device.announce(QStringLiteral("all QR codes cleared"));
-    return statusReply(Status::Ok);
-}
-
-QByteArray getQrCodeList(Device &device, const Request & /*request*/)
-{
-    Json::Value document;
-    Json::Value &list = document["qrcode data"] = Json::arrayValue;
-    for (const QrCode &code : qAsConst(device.qrCodes))
-        list.append(listEntry(code));
-    return dataReply(toText(document));
 }
 
 } // namespace sim

@@ -3,10 +3,12 @@
 #include "simulator/device.h"
 #include "simulator/json.h"
 
-#include <algorithm>
-
 namespace sim {
 namespace {
+
+constexpr int LongestList = 799'990; // bytes; the reply stays within the 800000 of a wait
+constexpr quint8 PalmFeatures = 0;   // the one kind of features that there is
+constexpr int ImportedFeatures = 1;  // of each kind, that an import adds
 
 Json::Value listEntry(const User &user)
 {
@@ -19,37 +21,117 @@ Json::Value listEntry(const User &user)
     return entry;
 }
 
-bool hasUser(const QVector<User> &users, quint32 id)
+bool isFull(const Device &device)
 {
-    return std::any_of(users.begin(), users.end(), [&](const User &user) { return user.id == id; });
+    return device.state.users.size() >= static_cast<size_t>(device.options().maxUsers);
+}
+
+Status add(Device &device, const User &user)
+{
+    if (device.state.users.count(user.id) != 0)
+        return Status::UserExists;
+    if (isFull(device))
+        return Status::Full;
+    device.state.users.emplace(user.id, user);
+    device.changed(QStringLiteral("user %1 added").arg(user.id));
+    return Status::Ok;
+}
+
+/// Does `change` to the user that the whole request names; `event` tells of it.
+template <class Change>
+QByteArray changeUser(Device &device, const Request &request, const char *event, Change change)
+{
+    PayloadReader reader(request.payload);
+    const quint32 id = reader.u32();
+    if (!reader.exact() || id == 0)
+        return statusReply(Status::WrongParameter);
+    const auto user = device.state.users.find(id);
+    if (user == device.state.users.end())
+        return statusReply(Status::NoSuchUser);
+    change(user);
+    device.changed(QString::fromLatin1(event).arg(id));
+    return statusReply(Status::Ok);
+}
+
+Status import(Device &device, quint32 id)
+{
+    const auto user = device.state.users.find(id);
+    if (user == device.state.users.end())
+        return Status::NoSuchUser;
+    if (!hasRoomFor(user->second, ImportedFeatures))
+        return Status::Full;
+    user->second.veinCount += ImportedFeatures;
+    user->second.printCount += ImportedFeatures;
+    device.changed(QStringLiteral("features of user %1 imported").arg(id));
+    return Status::Ok;
 }
 
 } // namespace
 
 QByteArray clearUsers(Device &device, const Request & /*request*/)
 {
-    device.users.clear();
-    device.announce(QStringLiteral("all users cleared"));
+    device.state.users.clear();
+    device.changed(QStringLiteral("all users cleared"));
     return statusReply(Status::Ok);
 }
 
 QByteArray getUserList(Device &device, const Request & /*request*/)
 {
-    Json::Value document;
-    Json::Value &list = document["user_list"] = Json::arrayValue;
-    for (const User &user : qAsConst(device.users))
-        list.append(listEntry(user));
-    device.announce(QStringLiteral("user list read, %1 users").arg(device.users.size()));
-    return dataReply(toText(document));
+    std::vector<Json::Value> entries;
+    for (const auto &user : device.state.users)
+        entries.push_back(listEntry(user.second));
+    device.announce(QStringLiteral("user list read, %1 users").arg(entries.size()));
+    return dataReply(toListText("user_list", entries, LongestList));
 }
 
 QByteArray getEmptyUserId(Device &device, const Request & /*request*/)
 {
+    if (isFull(device))
+        return statusReply(Status::Full);
     quint32 id = 1;
-    while (hasUser(device.users, id))
-        ++id;
+    for (const auto &user : device.state.users)
+        if (user.first == id)
+            ++id;
     return dataReply(bytesOf16(static_cast<quint16>(id >> 16U)) +
                      bytesOf16(static_cast<quint16>(id)));
+}
+
+QByteArray addUser(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    User user;
+    user.id = reader.u32();
+    user.cardId = reader.u32();
+    user.name = reader.text(NameField);
+    user.department = reader.text(NameField);
+    if (!reader.exact() || user.id == 0)
+        return statusReply(Status::WrongParameter);
+    return statusReply(add(device, user));
+}
+
+QByteArray deleteUser(Device &device, const Request &request)
+{
+    return changeUser(device, request, "user %1 deleted",
+                      [&](auto user) { device.state.users.erase(user); });
+}
+
+QByteArray deleteUserFeatures(Device &device, const Request &request)
+{
+    return changeUser(device, request, "features of user %1 deleted", [](auto user) {
+        user->second.veinCount = 0;
+        user->second.printCount = 0;
+    });
+}
+
+QByteArray importUserFeatures(Device &device, const Request &request)
+{
+    PayloadReader reader(request.payload);
+    const quint8 kind = reader.u8();
+    const quint32 id = reader.u32();
+    reader.bytes(static_cast<int>(wire::FeatureSize));
+    if (!reader.exact() || kind != PalmFeatures || id == 0)
+        return statusReply(Status::WrongParameter);
+    return statusReply(import(device, id));
 }
 
 } // namespace sim

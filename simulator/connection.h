@@ -1,5 +1,6 @@
 #pragma once
 
+#include "simulator/outbox.h"
 #include "simulator/packets.h"
 
 #include <QObject>
@@ -11,22 +12,27 @@ class QTcpSocket;
 namespace sim {
 
 class Device;
+class FaultInjector;
 struct Command;
 
 using Log = std::function<void(const QString &line)>; ///< may be empty
 
 /// One console's connection: answers its requests in their order and deletes itself when the
 /// console has gone. Holds at most one unfinished request, and reads no further requests while
-/// the console leaves too many replies unread.
+/// a reply takes its time or the console leaves too many of them unread.
 class Connection : public QObject
 {
     Q_OBJECT
 public:
-    /// Takes the socket over; `device` must outlive the connection.
-    Connection(QTcpSocket *socket, Device &device, Log log, QObject *parent);
+    /// Takes the socket over; `device` and `faults` must outlive the connection.
+    Connection(QTcpSocket *socket, Device &device, FaultInjector &faults, Log log, QObject *parent);
+
+    /// Reads no more requests and closes once the reply under way is out.
+    void close();
 
 private slots:
     void readRequests();
+    void goOn();
 
 private:
     bool roomForReplies() const;
@@ -34,14 +40,18 @@ private:
     bool nextRequest(Request *request);
     void closeBroken();
     void answer(const Request &request);
-    void logAnswer(const Command *command, const Request &request, const QByteArray &reply) const;
+    /// `reply` as it was before it suffered `faults`.
+    void logAnswer(const Command *command, const Request &request, const QByteArray &reply,
+                   const QStringList &faults) const;
 
     QTcpSocket *m_socket; ///< child
     Device &m_device;
+    FaultInjector &m_faults;
     Log m_log;
     QString m_peer;
     RequestSplitter m_splitter;
-    bool m_broken = false;
+    Outbox m_outbox;
+    bool m_closing = false;
 };
 
 } // namespace sim

@@ -1,14 +1,12 @@
 #include "simulator/device.h"
 
-#include "simulator/documents.h"
-#include "simulator/samples.h"
-
+#include <algorithm>
 #include <cmath>
+#include <random>
 
 namespace sim {
 namespace {
 
-constexpr int FactoryBias = 12;         // mm
 constexpr qint64 PreviewPauseMs = 2000; // a longer pause between frames ends a preview
 constexpr double HeightMiddle = 98;     // mm, as sensed without the bias
 constexpr double HeightSwing = 36;      // mm, over HeightPeriod seconds
@@ -22,38 +20,94 @@ struct ModeName
     const char *name;
 };
 
+// The modes that a terminal stays in.
 constexpr ModeName ModeNames[] = {
     {DeviceMode::Idle, "idle"},
-    {DeviceMode::Enroll, "enroll"},
     {DeviceMode::LocalRecognition, "local recognition"},
     {DeviceMode::RemoteRecognition, "remote recognition"},
-    {DeviceMode::RemoteEnroll, "remote enroll"},
 };
 
 } // namespace
 
-Device::Device(quint32 seed, QObject *parent)
+Device::Device(const DeviceOptions &options, QObject *parent)
     : QObject(parent),
-      users(sampleUsers()),
-      records(sampleRecords(users, QDateTime::currentDateTime(), seed)),
-      qrCodes(sampleQrCodes(QDateTime::currentDateTime())),
-      documents{factoryOutputDocument(), factoryUserDocument(), factoryVendorDocument()},
-      serialNumber(QStringLiteral("KV2601SIM000001")),
-      sensorBias(FactoryBias),
-      m_cameras(seed)
+      state(sampleState(options)),
+      m_options(options),
+      m_cameras(options.seed),
+      m_enrollment(options.enrollMs)
 {
     m_uptime.start();
+    connect(&m_enrollment, SIGNAL(said(QString)), this, SIGNAL(happened(QString)));
+    connect(&m_enrollment, SIGNAL(looked()), this, SLOT(keepLook()));
+    connect(&m_enrollment, SIGNAL(done()), this, SLOT(finishEnrollment()));
+}
+
+DeviceMode Device::mode() const
+{
+    return enrolling() ? m_enrollment.mode() : state.mode;
 }
 
 bool Device::setMode(quint8 code)
 {
     for (const ModeName &known : ModeNames)
         if (static_cast<quint8>(known.mode) == code) {
-            m_mode = known.mode;
-            announce(QStringLiteral("mode changed to ") + QString::fromLatin1(known.name));
+            m_enrollment.cancel();
+            state.mode = known.mode;
+            changed(QStringLiteral("mode changed to ") + QString::fromLatin1(known.name));
             return true;
         }
     return false;
+}
+
+void Device::startEnrollment(DeviceMode mode, quint32 userId)
+{
+    m_enrolledPairs.clear();
+    m_enrollment.start(mode, userId);
+}
+
+void Device::keepLook()
+{
+    if (m_enrollment.mode() != DeviceMode::RemoteEnroll)
+        return;
+    QByteArray pair(static_cast<int>(2 * wire::FrameSize), Qt::Uninitialized);
+    auto *frames = reinterpret_cast<quint8 *>(pair.data());
+    m_cameras.capture(frames, frames + wire::FrameSize);
+    m_enrolledPairs.push_back(pair);
+}
+
+void Device::finishEnrollment()
+{
+    const quint32 id = m_enrollment.userId();
+    const auto user = state.users.find(id);
+    if (m_enrollment.mode() == DeviceMode::Enroll && user != state.users.end()) {
+        user->second.veinCount += EnrolledFeatures;
+        user->second.printCount += EnrolledFeatures;
+    }
+    changed(QStringLiteral("user %1 enrolled").arg(id));
+}
+
+bool Device::hasEnrolled(quint32 userId) const
+{
+    return !enrolling() && m_enrollment.userId() == userId &&
+           m_enrolledPairs.size() == Enrollment::Looks;
+}
+
+QByteArray Device::enrolledPair(quint32 userId, int index) const
+{
+    const bool known = hasEnrolled(userId) && index >= 0 && index < Enrollment::Looks;
+    return known ? m_enrolledPairs.at(static_cast<size_t>(index)) : QByteArray();
+}
+
+QByteArray Device::enrolledFeatures(quint32 userId) const
+{
+    if (!hasEnrolled(userId))
+        return {};
+    std::seed_seq seeds{m_options.seed, userId};
+    std::mt19937 random(seeds);
+    QByteArray features(static_cast<int>(wire::FeatureSize), Qt::Uninitialized);
+    std::generate(features.begin(), features.end(),
+                  [&] { return static_cast<char>(random() & 0xFFU); });
+    return features;
 }
 
 QDateTime Device::clock() const
@@ -72,7 +126,7 @@ quint16 Device::palmHeight() const
     const double turns = 6.2831853 * static_cast<double>(m_uptime.elapsed()) / 1000;
     const double sensed = HeightMiddle + HeightSwing * std::sin(turns / HeightPeriod) +
                           HeightTremble * std::sin(turns / TremblePeriod);
-    return static_cast<quint16>(qBound(0, qRound(sensed) + sensorBias, 0xFFFF));
+    return static_cast<quint16>(qBound(0, qRound(sensed) + state.sensorBias, 0xFFFF));
 }
 
 qint64 Device::uptimeSeconds() const
@@ -96,6 +150,28 @@ void Device::setDebugAddress(const QHostAddress &address, quint16 port)
 void Device::announce(const QString &event)
 {
     emit happened(event);
+}
+
+void Device::changed(const QString &event)
+{
+    announce(event);
+    emit stateChanged();
+}
+
+void Device::reboot()
+{
+    m_enrollment.cancel();
+    m_enrolledPairs.clear();
+    announce(QStringLiteral("rebooting"));
+    emit rebootAsked();
+}
+
+void Device::restart()
+{
+    m_enrollment.cancel();
+    state.mode = DeviceMode::Idle;
+    m_uptime.start();
+    changed(QStringLiteral("restarted"));
 }
 
 } // namespace sim

@@ -1,73 +1,42 @@
 #pragma once
 
 #include "simulator/camera.h"
+#include "simulator/enrollment.h"
+#include "simulator/state.h"
 
-#include "link/wire.h"
-
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QHostAddress>
 #include <QObject>
-#include <QVector>
 
-#include <json/value.h>
-
-#include <map>
-#include <utility>
+#include <vector>
 
 namespace sim {
 
-struct User
-{
-    quint32 id = 0;
-    quint32 cardId = 0;
-    QString name;
-    QString department;
-    int veinCount = 0;  ///< palm-vein features stored
-    int printCount = 0; ///< palmprint features stored
-};
-
-struct AccessRecord
-{
-    enum class Type : quint8 { Palm = 0, Card = 1 };
-
-    Type type = Type::Palm;
-    QDateTime time;
-    QString userName;
-    QString department;
-};
-
-struct QrCode
-{
-    QString note;
-    QString data;
-    QDateTime start;
-    QDateTime end;
-};
-
-/// Year and month (1-12).
-using Month = std::pair<int, int>;
-using Records = std::map<Month, QVector<AccessRecord>>;
-
-struct Documents
-{
-    Json::Value output;
-    Json::Value user;
-    Json::Value vendor;
-};
-
-/// What the simulated terminal holds and senses. The data members are free to the command
-/// answers; what needs a rule or announces something goes through a function.
+/// What the simulated terminal holds and senses. The state is free to the command answers, which
+/// call changed() behind each change; what needs a rule goes through a function.
 class Device : public QObject
 {
     Q_OBJECT
 public:
-    /// The same seed gives the same pictures, users, codes and course of records.
-    explicit Device(quint32 seed, QObject *parent = nullptr);
+    static constexpr int EnrolledFeatures = 3; ///< of each kind, that an enrollment adds
 
-    DeviceMode mode() const { return m_mode; }
-    /// False, and nothing changed, when there is no mode of that code.
+    /// The same seed gives the same pictures, users, codes and course of records.
+    explicit Device(const DeviceOptions &options, QObject *parent = nullptr);
+
+    const DeviceOptions &options() const { return m_options; }
+
+    DeviceMode mode() const;
+    /// Ends an enrollment without result. False, and nothing changed, when there is no such mode
+    /// or when it is an enrollment, which needs a user.
     bool setMode(quint8 code);
+
+    bool enrolling() const { return m_enrollment.active(); }
+    /// `mode` is one of the two enrollments; only while none is under way.
+    void startEnrollment(DeviceMode mode, quint32 userId);
+    /// What the last remote enrollment of that user brought in: the two frames of a pair, one
+    /// behind the other, and features. Empty when there was none, or no such pair.
+    QByteArray enrolledPair(quint32 userId, int index) const;
+    QByteArray enrolledFeatures(quint32 userId) const;
 
     QDateTime clock() const;
     void setClock(const QDateTime &time);
@@ -83,23 +52,34 @@ public:
     void setDebugAddress(const QHostAddress &address, quint16 port);
 
     void announce(const QString &event);
+    /// Announces, and tells that the state is another now.
+    void changed(const QString &event);
 
-    QVector<User> users;
-    Records records;
-    QVector<QrCode> qrCodes;
-    Documents documents;
-    QString serialNumber;
-    int sensorBias; ///< mm
+    /// Asks for a reboot; whoever owns the connections carries it out and calls restart().
+    void reboot();
+    void restart();
+
+    State state;
 
 signals:
     /// One line without its end.
     void happened(const QString &event);
+    void stateChanged();
     void debugAddressSet(const QHostAddress &address, quint16 port);
+    void rebootAsked();
+
+private slots:
+    void keepLook();
+    void finishEnrollment();
 
 private:
+    bool hasEnrolled(quint32 userId) const;
+
+    DeviceOptions m_options;
     Cameras m_cameras;
-    DeviceMode m_mode = DeviceMode::LocalRecognition;
-    qint64 m_clockOffset = 0; ///< milliseconds ahead of the host's clock
+    Enrollment m_enrollment;
+    std::vector<QByteArray> m_enrolledPairs; ///< all of them, once a remote enrollment is done
+    qint64 m_clockOffset = 0;                ///< milliseconds ahead of the host's clock
     QElapsedTimer m_uptime;
     QElapsedTimer m_sinceCapture;
 };

@@ -1,5 +1,7 @@
 #include "simulator/documents.h"
 
+#include "simulator/records.h"
+
 #include <QString>
 
 namespace sim {
@@ -83,7 +85,7 @@ QString deviceName()
     return QStringLiteral("Palm terminal (simulated)");
 }
 
-Json::Value systemInfoDocument(const QString &serialNumber)
+Json::Value systemInfoDocument(const QString &serialNumber, int maxUsers)
 {
     Json::Value document;
     document["dev_name"] = deviceName().toStdString();
@@ -92,8 +94,8 @@ Json::Value systemInfoDocument(const QString &serialNumber)
     document["vein_alg_version"] = "3.0.7";
     document["print_alg_version"] = "2.8.2";
     document["qrcode_alg_version"] = "1.1.0";
-    document["max_user_num"] = 3000;
-    document["max_record_num"] = 100000;
+    document["max_user_num"] = maxUsers;
+    document["max_record_num"] = MostRecords;
     document["mac_address"] = "02:4B:56:00:20:86"; // locally administered: no real card has it
     return document;
 }

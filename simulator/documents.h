@@ -17,6 +17,6 @@ Json::Value factoryVendorDocument();
 
 /// The terminal's name, in the system information and in its messages.
 QString deviceName();
-Json::Value systemInfoDocument(const QString &serialNumber);
+Json::Value systemInfoDocument(const QString &serialNumber, int maxUsers);
 
 } // namespace sim

@@ -5,6 +5,7 @@
 
 #include <exception>
 #include <memory>
+#include <sstream>
 
 namespace sim {
 namespace {
@@ -12,6 +13,14 @@ namespace {
 bool sameKind(const Json::Value &a, const Json::Value &b)
 {
     return (a.isInt() && b.isInt()) || (a.isString() && b.isString());
+}
+
+Json::StreamWriterBuilder plainStyle()
+{
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    builder["emitUTF8"] = true;
+    return builder;
 }
 
 } // namespace
@@ -33,10 +42,25 @@ bool parseObject(const QByteArray &text, Json::Value *object)
 
 QByteArray toText(const Json::Value &value)
 {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    builder["emitUTF8"] = true;
-    return QByteArray::fromStdString(Json::writeString(builder, value));
+    return QByteArray::fromStdString(Json::writeString(plainStyle(), value));
+}
+
+QByteArray toListText(const char *key, const std::vector<Json::Value> &entries, int longest)
+{
+    const std::unique_ptr<Json::StreamWriter> writer(plainStyle().newStreamWriter());
+    const QByteArray end("]}");
+    QByteArray text = QByteArray("{\"") + key + "\":[";
+    QByteArray separator;
+    for (const Json::Value &entry : entries) {
+        std::ostringstream out;
+        writer->write(entry, &out);
+        const QByteArray piece = separator + QByteArray::fromStdString(out.str());
+        if (text.size() + piece.size() + end.size() > longest)
+            break;
+        text += piece;
+        separator = ",";
+    }
+    return text + end;
 }
 
 void mergeKnown(Json::Value &target, const Json::Value &update)

@@ -3,6 +3,9 @@
 
 #include <QCoreApplication>
 
+#include <QObject>
+
+#include <csignal>
 #include <cstdio>
 
 namespace {
@@ -18,6 +21,32 @@ int fail(const QString &reason)
     printLine(stderr, reason);
     return 1;
 }
+
+volatile std::sig_atomic_t stopAsked = 0;
+
+void askToStop(int /*signal*/)
+{
+    stopAsked = 1;
+}
+
+/// Leaves the event loop in good order when the program is asked to end.
+class Stopper : public QObject
+{
+public:
+    Stopper()
+    {
+        std::signal(SIGINT, askToStop);
+        std::signal(SIGTERM, askToStop);
+        startTimer(100);
+    }
+
+protected:
+    void timerEvent(QTimerEvent * /*event*/) override
+    {
+        if (stopAsked != 0)
+            QCoreApplication::quit();
+    }
+};
 
 QString endpoint(const QHostAddress &address, quint16 port)
 {
@@ -42,10 +71,13 @@ int main(int argc, char *argv[])
         settings.terminal.log = [](const QString &line) { printLine(stderr, line); };
 
     sim::Terminal terminal(settings.terminal);
+    if (!settings.dataFile.isEmpty() && !terminal.keepState(settings.dataFile, &error))
+        return fail(error);
     if (!terminal.listen(settings.address, settings.port))
         return fail(QStringLiteral("Cannot listen on %1: %2")
                         .arg(endpoint(settings.address, settings.port), terminal.errorString()));
     printLine(stdout,
               QStringLiteral("Listening on ") + endpoint(settings.address, terminal.port()));
+    const Stopper stopper;
     return QCoreApplication::exec();
 }

@@ -41,12 +41,22 @@ quint32 declaredLength(const QByteArray &buffer, int at)
 
 QByteArray PayloadReader::bytes(int count)
 {
-    m_short = m_short || m_rest.size() < count;
-    if (m_short)
+    m_bad = m_bad || m_rest.size() < count;
+    if (m_bad)
         return QByteArray(count, '\0');
     QByteArray taken = m_rest.left(count);
     m_rest.remove(0, count);
     return taken;
+}
+
+QString PayloadReader::text(int width)
+{
+    const QByteArray field = bytes(width);
+    const QByteArray encoded =
+        field.left(static_cast<int>(qstrnlen(field.constData(), uint(width))));
+    QString decoded = QString::fromUtf8(encoded);
+    m_bad = m_bad || decoded.toUtf8() != encoded;
+    return decoded;
 }
 
 quint32 PayloadReader::number(int count)

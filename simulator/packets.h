@@ -1,13 +1,22 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 namespace sim {
 
 /// What a reply with a status byte says.
 enum class Status : quint8 {
     Ok = 0,
+    Busy = 1, ///< with an enrollment
     WrongParameter = 2,
+    UserExists = 20,
+    NoSuchUser = 21,
+    Full = 22, ///< the users or, on import, a user's features
+    EnrollmentFull = 24,
+    QrCodesFull = 30,
+    QrDataExists = 31,
+    NoSuchQrCode = 32,
 };
 
 /// One request, its head already taken off.
@@ -31,17 +40,19 @@ public:
     quint16 u16() { return static_cast<quint16>(number(2)); }
     quint32 u32() { return number(4); }
     QByteArray bytes(int count);
+    /// A zero-padded text of that width; complete() turns false when it is not UTF-8.
+    QString text(int width);
 
-    /// True when everything read so far was there.
-    bool complete() const { return !m_short; }
+    /// True when everything read so far was there, and texts were texts.
+    bool complete() const { return !m_bad; }
     /// True when, besides, nothing is left.
-    bool exact() const { return !m_short && m_rest.isEmpty(); }
+    bool exact() const { return !m_bad && m_rest.isEmpty(); }
 
 private:
     quint32 number(int count);
 
     QByteArray m_rest;
-    bool m_short = false;
+    bool m_bad = false;
 };
 
 /// Big-endian bytes of a number.

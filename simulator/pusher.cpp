@@ -28,6 +28,17 @@ void Pusher::setTarget(const QHostAddress &address, quint16 port)
         return;
     m_address = address;
     m_port = used;
+    resume();
+}
+
+void Pusher::pause()
+{
+    m_timer.stop();
+    m_socket.disconnectFromHost();
+}
+
+void Pusher::resume()
+{
     m_timer.stop();
     m_socket.abort();
     if (m_port == 0 || m_address == QHostAddress(QHostAddress::AnyIPv4))

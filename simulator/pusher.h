@@ -22,6 +22,9 @@ public slots:
     /// Leaves the previous address, unless it is the same and the connection stands. The address
     /// 0.0.0.0 or the port 0 ends the messages.
     void setTarget(const QHostAddress &address, quint16 port);
+    /// Hangs up; resume() calls the same address again.
+    void pause();
+    void resume();
     /// Says it if there is a connection that takes it in.
     void say(const QString &line);
 

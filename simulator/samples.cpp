@@ -1,22 +1,11 @@
 #include "simulator/samples.h"
 
-#include <QRandomGenerator>
-
 namespace sim {
 namespace {
-
-constexpr int RecordCount = 60;
-constexpr quint32 RecordGapHours = 50; // between two records, at most
 
 QrCode code(const char *note, const char *data, const QDateTime &start, const QDateTime &end)
 {
     return {QString::fromUtf8(note), QString::fromUtf8(data), start, end};
-}
-
-AccessRecord record(const User &user, const QDateTime &time, bool byCard)
-{
-    return {byCard ? AccessRecord::Type::Card : AccessRecord::Type::Palm, time, user.name,
-            user.department};
 }
 
 } // namespace
@@ -36,22 +25,6 @@ QVector<User> sampleUsers()
         {8, 10023008, QStringLiteral("Tom Baker"), operations, 0, 0},
         {12, 4294967295U, QStringLiteral("陈 David"), finance, 3, 3},
     };
-}
-
-Records sampleRecords(const QVector<User> &users, const QDateTime &now, quint32 seed)
-{
-    QRandomGenerator random(seed);
-    QVector<AccessRecord> course;
-    QDateTime time = now;
-    for (int i = 0; i < RecordCount; ++i) {
-        time = time.addSecs(-static_cast<qint64>(random.bounded(600U, RecordGapHours * 3600)));
-        const User &user = users.at(static_cast<int>(random.bounded(quint32(users.size()))));
-        course.prepend(record(user, time, random.bounded(4) == 0));
-    }
-    Records records;
-    for (const AccessRecord &passage : qAsConst(course))
-        records[{passage.time.date().year(), passage.time.date().month()}].append(passage);
-    return records;
 }
 
 QVector<QrCode> sampleQrCodes(const QDateTime &now)

@@ -2,17 +2,23 @@
 
 #include "simulator/connection.h"
 #include "simulator/device.h"
+#include "simulator/faultinjector.h"
 #include "simulator/pusher.h"
+#include "simulator/store.h"
 
 #include <QTcpServer>
+#include <QTimer>
+
+#include <memory>
 
 namespace sim {
 
-struct TerminalOptions
+struct TerminalOptions : DeviceOptions
 {
     quint16 pushPort = 0;      ///< used in place of the announced port unless 0
     int pushIntervalMs = 5000; ///< 1 or more
-    quint32 seed = 1;
+    int rebootMs = 10000;      ///< time until it is there again, 0 or more
+    FaultPlan faults;
     Log log; ///< gets one line per command
 };
 
@@ -28,19 +34,35 @@ public:
 
     /// Port 0 picks a free one. False, with errorString() set, when it cannot be had.
     bool listen(const QHostAddress &address, quint16 port);
-    quint16 port() const { return m_server.serverPort(); }
+    quint16 port() const { return m_port; }
     QString errorString() const { return m_server.errorString(); }
+
+    /// Takes over the state that the file holds and keeps it there from now on; without a file, a
+    /// new one is begun. False, with the reason, when that cannot be; the file stays as it is.
+    bool keepState(const QString &path, QString *error);
 
     Device &device() { return m_device; }
 
+    /// Takes the place of the plan so far, counting anew; a reply that is on its way stays as it
+    /// is.
+    void setFaults(const FaultPlan &plan) { m_faults.setPlan(plan); }
+
 private slots:
     void acceptConnections();
+    void goDown();
+    void comeBack();
 
 private:
     Log m_log;
+    int m_rebootMs;
     Device m_device;
+    FaultInjector m_faults;
+    std::unique_ptr<Store> m_store;
     Pusher m_pusher;
     QTcpServer m_server;
+    QHostAddress m_address;
+    quint16 m_port = 0;
+    QTimer m_comeback;     ///< runs during a reboot
     QObject m_connections; ///< parent of them all; goes before what they use
 };
 

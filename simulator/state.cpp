@@ -1,0 +1,63 @@
+#include "simulator/state.h"
+
+#include "simulator/documents.h"
+#include "simulator/samples.h"
+
+#include <algorithm>
+
+namespace sim {
+namespace {
+
+constexpr int FactoryBias = 12; // mm
+
+bool isLetterOrDigit(QChar c)
+{
+    return c.unicode() < 128 && c.isLetterOrNumber();
+}
+
+} // namespace
+
+bool hasRoomFor(const User &user, int count)
+{
+    return user.veinCount + user.printCount + 2 * count <= FeatureCapacity;
+}
+
+bool isUsable(const QrCode &code)
+{
+    return !code.note.isEmpty() && !code.data.isEmpty() && code.start.isValid() &&
+           code.end.isValid() && code.start < code.end;
+}
+
+Documents factoryDocuments()
+{
+    return {factoryOutputDocument(), factoryUserDocument(), factoryVendorDocument()};
+}
+
+bool isRestingMode(DeviceMode mode)
+{
+    return mode == DeviceMode::Idle || mode == DeviceMode::LocalRecognition ||
+           mode == DeviceMode::RemoteRecognition;
+}
+
+bool isSerialNumber(const QString &text)
+{
+    return text.size() == SerialLength && std::all_of(text.begin(), text.end(), isLetterOrDigit);
+}
+
+State sampleState(const DeviceOptions &options)
+{
+    const QTime now = QTime::currentTime();
+    const QDateTime wall(QDate::currentDate(), QTime(now.hour(), now.minute()), Qt::UTC);
+    State state;
+    state.sensorBias = FactoryBias;
+    state.serialNumber = QStringLiteral("KV2601SIM000001");
+    for (const User &user : sampleUsers())
+        if (state.users.size() < static_cast<size_t>(options.maxUsers))
+            state.users.emplace(user.id, user);
+    state.qrCodes = sampleQrCodes(wall).mid(0, options.maxQrCodes);
+    state.records = makeRecords(options.seed, options.records, wall);
+    state.documents = factoryDocuments();
+    return state;
+}
+
+} // namespace sim
