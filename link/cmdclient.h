@@ -124,6 +124,7 @@ private:
     bool getText(wire::Command command, const Wait &wait, const StatusText *texts, char *out,
                  uint32_t *outLen, size_t capacity);
 
+    /// Judges a reply of known length by its status alone: what its head declares has no say.
     bool accepted(const StatusText *texts);
     /// Accepts a reply of status 0 whose first `skipped` bytes behind the head, status included,
     /// are followed by data, `atLeast` bytes or more, that has arrived whole and fits; copies that

@@ -4,10 +4,6 @@ namespace {
 
 constexpr size_t MaxDocumentReply = 2500;
 
-constexpr StatusText DocumentTexts[] = {
-    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
-};
-
 } // namespace
 
 bool CmdClient::getUserConfig(char *out, uint32_t *outLen, size_t capacity)
@@ -45,17 +41,12 @@ bool CmdClient::getSystemInfo(char *out, uint32_t *outLen)
     return getDocument(wire::Command::GetSystemInfo, out, outLen, DocumentCapacity);
 }
 
-bool CmdClient::getRecordFileList(char *out, uint32_t *outLen, size_t capacity)
-{
-    return getDocument(wire::Command::GetRecordFileList, out, outLen, capacity);
-}
-
 bool CmdClient::getDocument(wire::Command command, char *out, uint32_t *outLen, size_t capacity)
 {
-    return getText(command, {Wait::Reply, MaxDocumentReply}, DocumentTexts, out, outLen, capacity);
+    return getText(command, {Wait::Reply, MaxDocumentReply}, UnknownError, out, outLen, capacity);
 }
 
 bool CmdClient::setDocument(wire::Command code, const char *json, uint32_t length)
 {
-    return command(request(code).bytes(json, length), StatusWait, DocumentTexts);
+    return command(request(code).bytes(json, length), StatusWait, UnknownError);
 }

@@ -16,9 +16,6 @@ constexpr StatusText AddTexts[] = {
     {2, QT_TRANSLATE_NOOP("CmdClient", "Wrong parameter.")},
     {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
 };
-constexpr StatusText ListTexts[] = {
-    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
-};
 constexpr StatusText DeleteByRemarkTexts[] = {
     {2, QT_TRANSLATE_NOOP("CmdClient", "Wrong parameter.")},
     {32, QT_TRANSLATE_NOOP("CmdClient", "QR code doesn't exist.")},
@@ -44,7 +41,7 @@ bool CmdClient::addQrCode(const QrEntry *entry)
 
 bool CmdClient::clearQrCodes()
 {
-    return command(request(wire::Command::ClearQrCodes), StatusWait, ListTexts);
+    return command(request(wire::Command::ClearQrCodes), StatusWait, UnknownError);
 }
 
 bool CmdClient::deleteQrCodeByRemark(const char *text)
@@ -73,5 +70,5 @@ bool CmdClient::deleteQrCode(uint8_t selector, const char *text, const QString &
 bool CmdClient::getQrCodeList(char *out, uint32_t *outLen, size_t capacity)
 {
     return getText(wire::Command::GetQrCodeList, {Wait::Reply, MaxQrListReply, false, QrListRounds},
-                   ListTexts, out, outLen, capacity);
+                   UnknownError, out, outLen, capacity);
 }

@@ -8,25 +8,22 @@ constexpr size_t MaxPageReply = 320000;
 constexpr size_t CountOffset = wire::PayloadOffset;
 constexpr uint32_t BytesBeforeRecords = 3;
 
-constexpr StatusText ChangeTexts[] = {
-    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
-};
-constexpr StatusText PageTexts[] = {
-    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error: %1"),
-     StatusText::Decimal},
-};
-
 } // namespace
+
+bool CmdClient::getRecordFileList(char *out, uint32_t *outLen, size_t capacity)
+{
+    return getDocument(wire::Command::GetRecordFileList, out, outLen, capacity);
+}
 
 bool CmdClient::deleteMonthRecords(uint16_t year, uint8_t month)
 {
     return command(request(wire::Command::DeleteMonthRecords).u16(year).u8(month), StatusWait,
-                   ChangeTexts);
+                   UnknownError);
 }
 
 bool CmdClient::clearRecords()
 {
-    return command(request(wire::Command::ClearRecords), StatusWait, ChangeTexts);
+    return command(request(wire::Command::ClearRecords), StatusWait, UnknownError);
 }
 
 bool CmdClient::getMonthRecords(uint16_t year, uint8_t month, uint8_t *out, size_t capacity,
@@ -38,7 +35,7 @@ bool CmdClient::getMonthRecords(uint16_t year, uint8_t month, uint8_t *out, size
     // A page that counts more records than it brings is none.
     const uint32_t count = reply().u16(CountOffset);
     uint32_t length = 0;
-    if (!acceptedData(PageTexts, BytesBeforeRecords, out, &length, capacity,
+    if (!acceptedData(UnknownErrorNumber, BytesBeforeRecords, out, &length, capacity,
                       count * wire::RecordSize))
         return false;
     *outCount = count;

@@ -27,10 +27,6 @@ constexpr StatusText ClearTexts[] = {
     {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Fail to clear users：%1"),
      StatusText::Character},
 };
-constexpr StatusText ListTexts[] = {
-    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error: %1"),
-     StatusText::Decimal},
-};
 constexpr StatusText RemoteDataTexts[] = {
     {2, QT_TRANSLATE_NOOP("CmdClient", "Wrong parameter.")},
     {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
@@ -95,7 +91,7 @@ bool CmdClient::clearUsers()
 bool CmdClient::getUserList(uint8_t *out, uint32_t *outLen, size_t outCapacity)
 {
     if (!exchange(request(wire::Command::GetUserList), {Wait::Reply, MaxUserListReply}) ||
-        !acceptedData(ListTexts, 1, out, outLen, outCapacity))
+        !acceptedData(UnknownErrorNumber, 1, out, outLen, outCapacity))
         return false;
     log(tr("The loaded data count：%1").arg(reply().declaredLength()));
     return true;

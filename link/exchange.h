@@ -28,3 +28,12 @@ struct StatusText
     const char *text;
     Form form = Plain;
 };
+
+/// For commands that know no status but success.
+constexpr StatusText UnknownError[] = {
+    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
+};
+constexpr StatusText UnknownErrorNumber[] = {
+    {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error: %1"),
+     StatusText::Decimal},
+};

@@ -19,6 +19,7 @@ private slots:
     void tellsWhyItWasRefused();
     void refusesReplies_data();
     void refusesReplies();
+    void judgesAnAckByItsStatus();
     void refusesUnsent_data();
     void refusesUnsent();
     void noticesAMissingByte();
@@ -205,6 +206,16 @@ void TestCommands::refusesReplies()
     QVERIFY(!call(link.client, &result));
     QCOMPARE(result, QByteArray());
     QTEST(link.log.toPlainText(), "line");
+}
+
+// Where the length is known, the one that the head declares has no say.
+void TestCommands::judgesAnAckByItsStatus()
+{
+    Link link;
+    for (const char *reply : {"EAC5 000000 00", "EAC5 FFFFFF 00"}) {
+        link.peer.expect({hex("EAC5 000001 42"), {hex(reply)}});
+        QVERIFY(link.client.clearRecords());
+    }
 }
 
 void TestCommands::refusesUnsent_data()

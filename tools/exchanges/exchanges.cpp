@@ -88,8 +88,9 @@ const Command commands[] = {
     {"addUser", [](CmdClient &c, Outputs &) { return c.addUser(&ExampleUser); }},
     {"getEmptyUserId", [](CmdClient &c, Outputs &o) { return c.getEmptyUserId(&o.number); }},
     {"importUserFeatures",
-     [](CmdClient &c, Outputs &o) {
-         return c.importUserFeatures(NewUser, 0, o.bytes.data(), wire::FeatureSize);
+     [](CmdClient &c, Outputs &) {
+         const std::vector<uint8_t> features(wire::FeatureSize, 0x5A);
+         return c.importUserFeatures(NewUser, 0, features.data(), wire::FeatureSize);
      }},
     {"getUserList",
      [](CmdClient &c, Outputs &o) {
