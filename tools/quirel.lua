@@ -7,7 +7,9 @@
 -- terminal's port is a preference of the protocol; "Decode As" works as well. What goes to that
 -- port is a request, what comes from it a reply. A reply does not say what it answers, so each one
 -- is matched to the oldest request of its connection that has no reply yet; begin the capture
--- before the console connects.
+-- before the console connects. A request whose time is up when the next one comes, or whose
+-- connection is opened anew, counts as never answered. A reply that begins only after that is taken
+-- for the next request's.
 --
 -- A new command takes a row in `commands`, and an item if it carries something new.
 
@@ -19,6 +21,8 @@ local HEAD_SIZE = 5 -- magic (2), number of bytes that follow the head (3)
 local RECORD_SIZE = 100
 local FRAME_SIZE = 540 * 720
 local FEATURES_SIZE = 10240
+local WAIT = 0.9 -- seconds; the console waits for about 1 s before it asks on
+local LIST_WAIT = 1.9 -- for the QR codes it waits for about 2 s
 
 -- Fields -----------------------------------------------------------------------------------------
 
@@ -58,6 +62,7 @@ local ei = {
     stray = expert_info("not_a_packet", "Not a packet", "PROTOCOL", "WARN"),
     unasked = expert_info("reply_without_request", "Reply without request", "SEQUENCE", "WARN"),
     overtaking = expert_info("earlier_unanswered", "Earlier unanswered", "SEQUENCE", "NOTE"),
+    lost = expert_info("never_answered", "Never answered", "SEQUENCE", "NOTE"),
     unknown = expert_info("unknown_command", "Unknown command", "UNDECODED", "NOTE"),
     short = expert_info("too_short", "Too short", "PROTOCOL", "WARN"),
     long = expert_info("too_long", "Too long", "PROTOCOL", "WARN"),
@@ -200,7 +205,7 @@ quirel.fields, quirel.experts = fields, experts
 
 -- Commands: name, what the request carries, what the reply carries behind its status byte (`reply`)
 -- or instead of one (`plain`), what each status other than 0 means; one that is not listed is an
--- unknown error. ----------------------------------------------------------------------------------
+-- unknown error; for how long it is certainly waited for (`wait`) if not the usual time. ----------
 
 local BUSY, PARAMETER = "busy", "wrong parameter"
 local NO_USER, USERS_FULL = "user ID does not exist", "user database full"
@@ -264,7 +269,7 @@ local commands = {
         [2] = PARAMETER, [30] = "QR code database full", [31] = "duplicate QR code data" } },
     [0x61] = { name = "clearQrCodes" },
     [0x62] = function(_, first) return delete_qr_by[first] or delete_qr end,
-    [0x63] = { name = "getQrCodeList", reply = { json } },
+    [0x63] = { name = "getQrCodeList", reply = { json }, wait = LIST_WAIT },
     [0xEF] = { name = "rebootDevice" },
 }
 
@@ -293,12 +298,25 @@ function quirel.init()
     unanswered, remembered = {}, {}
 end
 
-local function queue_of_connection(pinfo, is_request)
+local function connection_of(pinfo, is_request)
     local from = tostring(pinfo.src) .. " " .. pinfo.src_port
     local to = tostring(pinfo.dst) .. " " .. pinfo.dst_port
-    local connection = is_request and from .. " " .. to or to .. " " .. from
+    return is_request and from .. " " .. to or to .. " " .. from
+end
+
+local function queue_of_connection(pinfo, is_request)
+    local connection = connection_of(pinfo, is_request)
     unanswered[connection] = unanswered[connection] or {}
     return unanswered[connection]
+end
+
+local function drop_oldest(queue, pinfo)
+    table.remove(queue, 1).dropped = pinfo.number
+end
+
+-- What is being answered stays, however long that takes.
+local function is_given_up(exchange, now)
+    return not exchange.being_answered and now - exchange.since > (exchange.command.wait or WAIT)
 end
 
 local function begin_exchange(pinfo, packet)
@@ -306,8 +324,19 @@ local function begin_exchange(pinfo, packet)
     local exchange = { command = packet:len() > HEAD_SIZE and find_command(packet)
         or { name = "request without command" }, asked = pinfo.number, since = pinfo.rel_ts,
         overtakes = queue[1] and queue[1].asked }
+    while queue[1] and is_given_up(queue[1], pinfo.rel_ts) do
+        drop_oldest(queue, pinfo)
+    end
     queue[#queue + 1] = exchange
     return exchange
+end
+
+-- The beginning of a reply came.
+local function note_answering(pinfo)
+    local exchange = queue_of_connection(pinfo, false)[1]
+    if exchange and not pinfo.visited then
+        exchange.being_answered = true
+    end
 end
 
 local function end_exchange(pinfo)
@@ -328,6 +357,31 @@ local function exchange_of(pinfo, packet, is_request)
     end
     return known[place] or nil
 end
+
+-- A connection opened anew inherits nothing. A segment without data does not come to the dissector,
+-- so this one sees every frame, as a whole. The TCP header is found by its ports.
+
+local openings = Proto("quirel_openings", "Quirel connection openings")
+
+local function is_opening(frame, pinfo)
+    local ports = Struct.pack(">I2I2", pinfo.src_port, pinfo.dst_port)
+    local bytes = frame:raw()
+    local at = bytes:find(ports, 1, true)
+    local flags = at and bytes:byte(at + 13)
+    return flags and flags % 4 == 2 and math.floor(flags / 16) % 2 == 0 -- SYN; no FIN, no ACK
+end
+
+function openings.dissector(frame, pinfo)
+    local queue = not pinfo.visited and next(unanswered) and unanswered[connection_of(pinfo, true)]
+    if queue and queue[1] and is_opening(frame, pinfo) then
+        while queue[1] do
+            drop_oldest(queue, pinfo)
+        end
+    end
+    return 0
+end
+
+register_postdissector(openings)
 
 -- Showing ----------------------------------------------------------------------------------------
 
@@ -375,6 +429,9 @@ local function show_request(packet, pinfo, tree, exchange)
     if exchange.overtakes then
         tree:add_proto_expert_info(ei.overtaking,
             ("The request in frame %d has no reply yet"):format(exchange.overtakes))
+    end
+    if exchange.dropped then
+        tree:add_proto_expert_info(ei.lost, ("No reply before frame %d"):format(exchange.dropped))
     end
     if packet:len() == HEAD_SIZE then
         tree:add_proto_expert_info(ei.short, "No command")
@@ -459,6 +516,9 @@ function quirel.dissector(tvb, pinfo, root)
         end
         local size = there >= HEAD_SIZE and HEAD_SIZE + tvb(at + 2, 3):uint() or nil
         if not (size and size <= there) and pinfo.can_desegment > 0 then
+            if not is_request then
+                note_answering(pinfo)
+            end
             pinfo.desegment_offset = at
             pinfo.desegment_len = size and size - there or DESEGMENT_ONE_MORE_SEGMENT
             break

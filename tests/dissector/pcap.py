@@ -12,7 +12,8 @@ class Connection:
     def __init__(self, capture, console_port):
         self.capture = capture
         self.console_port = console_port
-        self.next = {True: 1000, False: 5000}
+        first = 10000 * capture.connections  # a port's connections begin with different numbers
+        self.next = {True: first + 1000, False: first + 5000}
         self.segment(True, b"", SYN)
         self.segment(False, b"", SYN | 0x10)
 
@@ -43,6 +44,7 @@ class Capture:
         self.file = open(path, "wb")
         self.file.write(struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 262144, RAW_IP))
         self.frames = 0
+        self.now = 0  # milliseconds
         self.connections = 0
 
     def __enter__(self):
@@ -52,13 +54,14 @@ class Capture:
         self.file.close()
 
     def add(self, packet, keep=None):
-        """Frames are a millisecond apart."""
+        """Frames are a millisecond apart, but where `now` is set."""
         kept = packet if keep is None else packet[:keep]
-        self.file.write(struct.pack("<IIII", 1000 + self.frames // 1000,
-                                    self.frames % 1000 * 1000, len(kept), len(packet)) + kept)
+        self.file.write(struct.pack("<IIII", 1000 + self.now // 1000, self.now % 1000 * 1000,
+                                    len(kept), len(packet)) + kept)
+        self.now += 1
         self.frames += 1
         return self.frames
 
-    def connect(self):
+    def connect(self, port=None):
         self.connections += 1
-        return Connection(self, 40000 + self.connections)
+        return Connection(self, port or 40000 + self.connections)

@@ -185,6 +185,47 @@ ODD_STREAMS = [
      [("getUserList", []), ("getUserList", [])]),
 ]
 
+# A capture each: when a segment comes (ms) and what it is, "SYN" opens the same ports anew; then,
+# for each packet, the command's name, the frame that it answers and what is remarked on it, by one
+# that has seen the whole capture. The first segment is frame 3.
+LOST_REPLIES = [
+    ("lost reply",
+     [(10, "> EAC5 000001 05"), (1010, "> EAC5 000001 0B"), (1012, "< EAC5 000002 03E9")],
+     [("getMode", None, ["No reply before frame 4"]),
+      ("getTofBias", None, ["The request in frame 3 has no reply yet"]),
+      ("getTofBias", "4", [])]),
+    ("slow reply",
+     [(10, "> EAC5 000001 05"), (900, "> EAC5 000001 0B"), (902, "< EAC5 000001 04"),
+      (903, "< EAC5 000002 03E9")],
+     [("getMode", None, []), ("getTofBias", None, ["The request in frame 3 has no reply yet"]),
+      ("getMode", "3", []), ("getTofBias", "4", [])]),
+    ("slow list",
+     [(10, "> EAC5 000001 63"), (1900, "> EAC5 000001 05"), (1902, "< EAC5 000003 00 7B7D")],
+     [("getQrCodeList", None, []), ("getMode", None, ["The request in frame 3 has no reply yet"]),
+      ("getQrCodeList", "3", [])]),
+    ("lost list",
+     [(10, "> EAC5 000001 63"), (2010, "> EAC5 000001 05"), (2011, "< EAC5 000001 04")],
+     [("getQrCodeList", None, ["No reply before frame 4"]),
+      ("getMode", None, ["The request in frame 3 has no reply yet"]), ("getMode", "4", [])]),
+    ("two lost at once",
+     [(10, "> EAC5 000001 05 EAC5 000001 06"), (1010, "> EAC5 000001 0B"),
+      (1012, "< EAC5 000002 03E9")],
+     [("getMode", None, ["No reply before frame 4"]),
+      ("getRtcTime", None, ["The request in frame 3 has no reply yet", "No reply before frame 4"]),
+      ("getTofBias", None, ["The request in frame 3 has no reply yet"]),
+      ("getTofBias", "4", [])]),
+    ("next request amid a reply",
+     [(10, "> EAC5 000001 0B"), (500, "< EAC5 000002 03"), (1010, "> EAC5 000001 05"),
+      (1011, "< E9"), (1012, "< EAC5 000001 04")],
+     [("getTofBias", None, []), ("getMode", None, ["The request in frame 3 has no reply yet"]),
+      ("getTofBias", "3", []), ("getMode", "5", [])]),
+    ("same ports again",
+     [(10, "> EAC5 000001 05"), (20, "SYN"), (30, "> EAC5 000001 0B"),
+      (31, "< EAC5 000002 03E9")],
+     [("getMode", None, ["No reply before frame 4"]), ("getTofBias", None, []),
+      ("getTofBias", "6", [])]),
+]
+
 
 def own_fields(packet):
     """What a packet shows of its own, but for what depends on its place in the capture."""
@@ -263,6 +304,25 @@ def check_odd_streams(folder, findings):
             expected = [(name, [remark.format(first_frames[stream]) for remark in remarks])
                         for name, remarks in expected]
             findings.same(f"{what} {passes}", seen, expected)
+
+
+def check_lost_replies(folder, findings):
+    path = os.path.join(folder, "lost.pcap")
+    for what, segments, expected in LOST_REPLIES:
+        with pcap.Capture(path) as capture:
+            connection = capture.connect(40001)
+            for capture.now, segment in segments:
+                if segment == "SYN":
+                    connection = capture.connect(40001)
+                else:
+                    connection.segment(segment[0] == ">", bytes.fromhex(segment[1:]))
+        # Read once, a request is shown before it is known that no reply comes.
+        early = [(name, answers, [remark for remark in remarks if "before" not in remark])
+                 for name, answers, remarks in expected]
+        for passes, shown in (([], early), (["-2"], expected)):
+            seen = [(packet.one("quirel.name"), packet.one("quirel.reply_to"), packet.expert)
+                    for packet in shark.packets(folder, path, *passes)]
+            findings.same(f"{what} {passes}", seen, shown)
 
 
 def check_repeated_segment(folder, findings):
@@ -370,9 +430,9 @@ def check_every_length(folder, findings):
 def main():
     findings = shark.Findings()
     with tempfile.TemporaryDirectory() as folder:
-        for check in (check_exchanges, check_words, check_odd_streams, check_repeated_segment,
-                      check_shared_segment, check_ports, check_half_captured,
-                      check_without_reassembly, check_every_length):
+        for check in (check_exchanges, check_words, check_odd_streams, check_lost_replies,
+                      check_repeated_segment, check_shared_segment, check_ports,
+                      check_half_captured, check_without_reassembly, check_every_length):
             check(folder, findings)
     findings.finish()
 
