@@ -43,7 +43,7 @@ constexpr NumberOption Numbers[] = {
     {"rate", "bytes", "Send at most so many bytes a second to each console; 0 sets no limit.", "0",
      0, 1'000'000'000},
     {"delay", "ms", "Added to the round trip of every command.", "0", 0, Fault::MostMs},
-    {"max-users", "number", "Users that the database holds.", "3000", 1, 100000},
+    {"max-users", "number", "Users that the database holds.", "3000", 1, 10000},
     {"enroll-seconds", "seconds", "Time that an enrollment takes.", "3", 0, 60},
     {"reboot-seconds", "seconds", "Time that a reboot takes.", "10", 0, 60},
     {"records", "number", "Access records to begin with, spread over six months.", "60", 0,
@@ -66,6 +66,8 @@ void describe(QCommandLineParser &parser)
                                      "before --records."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("fault"), faultSyntax(), QStringLiteral("fault")});
+    parser.addOption(
+        {QStringLiteral("end-with-input"), QStringLiteral("End when the standard input does.")});
     parser.addOption({QStringLiteral("verbose"), QStringLiteral("Tell each command on stderr.")});
 }
 
@@ -131,6 +133,11 @@ bool readArguments(const QCoreApplication &app, Settings *settings, QString *err
         return false;
     settings->port = static_cast<quint16>(numbers[Port]);
     settings->dataFile = parser.value(QStringLiteral("data"));
+    if (parser.isSet(QStringLiteral("data")) && settings->dataFile.isEmpty()) {
+        *error = complaint("data", settings->dataFile);
+        return false;
+    }
+    settings->endWithInput = parser.isSet(QStringLiteral("end-with-input"));
     settings->verbose = parser.isSet(QStringLiteral("verbose"));
     settings->terminal.pushPort = static_cast<quint16>(numbers[PushPort]);
     settings->terminal.pushIntervalMs = static_cast<int>(numbers[PushInterval]) * 1000;

@@ -12,6 +12,7 @@ struct Settings
     QHostAddress address;
     quint16 port = 0; ///< 0: any free one
     bool verbose = false;
+    bool endWithInput = false;
     QString dataFile; ///< empty: none
     TerminalOptions terminal;
 };

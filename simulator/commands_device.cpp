@@ -140,7 +140,8 @@ QByteArray setOutputConfig(Device &device, const Request &request)
 QByteArray setSerialNumber(Device &device, const Request &request)
 {
     const QString serial = QString::fromLatin1(request.payload.left(SerialLength));
-    if (request.payload.size() != SerialField || !isSerialNumber(serial))
+    if (request.payload.size() != SerialField || request.payload.back() != '\0' ||
+        !isSerialNumber(serial))
         return statusReply(Status::WrongParameter);
     device.state.serialNumber = serial;
     device.changed(QStringLiteral("serial number written"));

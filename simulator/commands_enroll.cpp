@@ -17,10 +17,10 @@ Status localObstacle(const Device &device, quint32 userId)
 Status obstacle(const Device &device, DeviceMode mode, quint32 userId)
 {
     const bool local = mode == DeviceMode::Enroll;
-    if (device.enrolling())
-        return Status::Busy;
     if (userId == 0 || (!local && mode != DeviceMode::RemoteEnroll))
         return Status::WrongParameter;
+    if (device.enrolling())
+        return Status::Busy;
     return local ? localObstacle(device, userId) : Status::Ok;
 }
 

@@ -1,8 +1,7 @@
 #include "simulator/commands.h"
 
 #include "simulator/device.h"
-#include "simulator/json.h"
-#include "simulator/walltime.h"
+#include "simulator/lists.h"
 
 #include <algorithm>
 
@@ -10,7 +9,6 @@ namespace sim {
 namespace {
 
 constexpr int KeyField = static_cast<int>(wire::QrKeySize);
-constexpr int LongestList = 614'390; // bytes; the reply stays within the 614400 of a wait
 
 // The texts by which codes are deleted, and the selectors that stand for them.
 using Text = QString QrCode::*;
@@ -39,6 +37,10 @@ Status add(Device &device, const QrCode &code)
     if (codes.size() >= device.options().maxQrCodes)
         return Status::QrCodesFull;
     codes.append(code);
+    if (!qrListFits(device.state)) {
+        codes.removeLast();
+        return Status::QrCodesFull;
+    }
     device.changed(QStringLiteral("QR code added: ") + code.note);
     return Status::Ok;
 }
@@ -53,16 +55,6 @@ Status remove(Device &device, Text text, const QString &key)
     codes.erase(rest, codes.end());
     device.changed(QStringLiteral("QR code deleted"));
     return Status::Ok;
-}
-
-Json::Value listEntry(const QrCode &code)
-{
-    Json::Value entry;
-    entry["name"] = code.note.toStdString();
-    entry["st"] = timeText(code.start).toStdString();
-    entry["et"] = timeText(code.end).toStdString();
-    entry["QR"] = code.data.toStdString();
-    return entry;
 }
 
 } // namespace
@@ -99,10 +91,7 @@ QByteArray clearQrCodes(Device &device, const Request & /*request*/)
 
 QByteArray getQrCodeList(Device &device, const Request & /*request*/)
 {
-    std::vector<Json::Value> entries;
-    for (const QrCode &code : qAsConst(device.state.qrCodes))
-        entries.push_back(listEntry(code));
-    return dataReply(toListText("qrcode data", entries, LongestList));
+    return dataReply(qrListText(device.state));
 }
 
 } // namespace sim

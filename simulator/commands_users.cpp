@@ -1,25 +1,13 @@
 #include "simulator/commands.h"
 
 #include "simulator/device.h"
-#include "simulator/json.h"
+#include "simulator/lists.h"
 
 namespace sim {
 namespace {
 
-constexpr int LongestList = 799'990; // bytes; the reply stays within the 800000 of a wait
-constexpr quint8 PalmFeatures = 0;   // the one kind of features that there is
-constexpr int ImportedFeatures = 1;  // of each kind, that an import adds
-
-Json::Value listEntry(const User &user)
-{
-    Json::Value entry;
-    entry["id"] = std::to_string(user.id);
-    entry["card_id"] = std::to_string(user.cardId);
-    entry["user_name"] = user.name.toStdString();
-    entry["vein_cnt"] = user.veinCount;
-    entry["print_cnt"] = user.printCount;
-    return entry;
-}
+constexpr quint8 PalmFeatures = 0;  // the one kind of features that there is
+constexpr int ImportedFeatures = 1; // of each kind, that an import adds
 
 bool isFull(const Device &device)
 {
@@ -32,7 +20,11 @@ Status add(Device &device, const User &user)
         return Status::UserExists;
     if (isFull(device))
         return Status::Full;
-    device.state.users.emplace(user.id, user);
+    const auto added = device.state.users.emplace(user.id, user).first;
+    if (!userListFits(device.state)) {
+        device.state.users.erase(added);
+        return Status::Full;
+    }
     device.changed(QStringLiteral("user %1 added").arg(user.id));
     return Status::Ok;
 }
@@ -77,11 +69,8 @@ QByteArray clearUsers(Device &device, const Request & /*request*/)
 
 QByteArray getUserList(Device &device, const Request & /*request*/)
 {
-    std::vector<Json::Value> entries;
-    for (const auto &user : device.state.users)
-        entries.push_back(listEntry(user.second));
-    device.announce(QStringLiteral("user list read, %1 users").arg(entries.size()));
-    return dataReply(toListText("user_list", entries, LongestList));
+    device.announce(QStringLiteral("user list read, %1 users").arg(device.state.users.size()));
+    return dataReply(userListText(device.state));
 }
 
 QByteArray getEmptyUserId(Device &device, const Request & /*request*/)
@@ -104,7 +93,8 @@ QByteArray addUser(Device &device, const Request &request)
     user.cardId = reader.u32();
     user.name = reader.text(NameField);
     user.department = reader.text(NameField);
-    if (!reader.exact() || user.id == 0)
+    const bool named = isOneLine(user.name) && isOneLine(user.department);
+    if (!reader.exact() || user.id == 0 || !named)
         return statusReply(Status::WrongParameter);
     return statusReply(add(device, user));
 }

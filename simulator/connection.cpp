@@ -1,6 +1,7 @@
 #include "simulator/connection.h"
 
 #include "simulator/commands.h"
+#include "simulator/device.h"
 #include "simulator/faultinjector.h"
 
 #include <QHostAddress>
@@ -53,7 +54,7 @@ void Connection::goOn()
 void Connection::readRequests()
 {
     Request request;
-    while (roomForReplies() && nextRequest(&request))
+    while (!m_device.rebooting() && roomForReplies() && nextRequest(&request))
         answer(request);
 }
 

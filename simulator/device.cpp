@@ -14,19 +14,6 @@ constexpr double HeightTremble = 10;    // mm, over TremblePeriod seconds
 constexpr double HeightPeriod = 9.0;
 constexpr double TremblePeriod = 3.7;
 
-struct ModeName
-{
-    DeviceMode mode;
-    const char *name;
-};
-
-// The modes that a terminal stays in.
-constexpr ModeName ModeNames[] = {
-    {DeviceMode::Idle, "idle"},
-    {DeviceMode::LocalRecognition, "local recognition"},
-    {DeviceMode::RemoteRecognition, "remote recognition"},
-};
-
 } // namespace
 
 Device::Device(const DeviceOptions &options, QObject *parent)
@@ -49,19 +36,22 @@ DeviceMode Device::mode() const
 
 bool Device::setMode(quint8 code)
 {
-    for (const ModeName &known : ModeNames)
-        if (static_cast<quint8>(known.mode) == code) {
-            m_enrollment.cancel();
-            state.mode = known.mode;
-            changed(QStringLiteral("mode changed to ") + QString::fromLatin1(known.name));
-            return true;
-        }
-    return false;
+    const auto mode = static_cast<DeviceMode>(code);
+    const char *name = restingModeName(mode);
+    if (!name)
+        return false;
+    m_enrollment.cancel();
+    state.mode = mode;
+    changed(QStringLiteral("mode changed to ") + QString::fromLatin1(name));
+    return true;
 }
 
 void Device::startEnrollment(DeviceMode mode, quint32 userId)
 {
-    m_enrolledPairs.clear();
+    if (mode == DeviceMode::RemoteEnroll) {
+        m_enrolledPairs.clear();
+        m_enrolledUser = userId;
+    }
     m_enrollment.start(mode, userId);
 }
 
@@ -79,7 +69,7 @@ void Device::finishEnrollment()
 {
     const quint32 id = m_enrollment.userId();
     const auto user = state.users.find(id);
-    if (m_enrollment.mode() == DeviceMode::Enroll && user != state.users.end()) {
+    if (user != state.users.end() && hasRoomFor(user->second, EnrolledFeatures)) {
         user->second.veinCount += EnrolledFeatures;
         user->second.printCount += EnrolledFeatures;
     }
@@ -88,8 +78,7 @@ void Device::finishEnrollment()
 
 bool Device::hasEnrolled(quint32 userId) const
 {
-    return !enrolling() && m_enrollment.userId() == userId &&
-           m_enrolledPairs.size() == Enrollment::Looks;
+    return m_enrolledUser == userId && m_enrolledPairs.size() == Enrollment::Looks;
 }
 
 QByteArray Device::enrolledPair(quint32 userId, int index) const
@@ -112,13 +101,14 @@ QByteArray Device::enrolledFeatures(quint32 userId) const
 
 QDateTime Device::clock() const
 {
-    return QDateTime::currentDateTime().addMSecs(m_clockOffset);
+    const QDateTime time = QDateTime::currentDateTime().addMSecs(state.clockOffset);
+    return qBound(QDateTime({1970, 1, 1}, {0, 0}), time, QDateTime({2225, 12, 31}, {23, 59, 59}));
 }
 
 void Device::setClock(const QDateTime &time)
 {
-    m_clockOffset = QDateTime::currentDateTime().msecsTo(time);
-    announce(QStringLiteral("clock set"));
+    state.clockOffset = QDateTime::currentDateTime().msecsTo(time);
+    changed(QStringLiteral("clock set"));
 }
 
 quint16 Device::palmHeight() const
@@ -160,18 +150,18 @@ void Device::changed(const QString &event)
 
 void Device::reboot()
 {
+    m_rebooting = true;
     m_enrollment.cancel();
-    m_enrolledPairs.clear();
     announce(QStringLiteral("rebooting"));
     emit rebootAsked();
 }
 
 void Device::restart()
 {
-    m_enrollment.cancel();
-    state.mode = DeviceMode::Idle;
+    m_rebooting = false;
+    m_enrolledPairs.clear();
     m_uptime.start();
-    changed(QStringLiteral("restarted"));
+    announce(QStringLiteral("restarted"));
 }
 
 } // namespace sim

@@ -38,6 +38,7 @@ public:
     QByteArray enrolledPair(quint32 userId, int index) const;
     QByteArray enrolledFeatures(quint32 userId) const;
 
+    /// Stands still where the years that the wire carries end.
     QDateTime clock() const;
     void setClock(const QDateTime &time);
 
@@ -58,6 +59,8 @@ public:
     /// Asks for a reboot; whoever owns the connections carries it out and calls restart().
     void reboot();
     void restart();
+    /// Asked for and not over yet: no request is carried out meanwhile.
+    bool rebooting() const { return m_rebooting; }
 
     State state;
 
@@ -79,7 +82,8 @@ private:
     Cameras m_cameras;
     Enrollment m_enrollment;
     std::vector<QByteArray> m_enrolledPairs; ///< all of them, once a remote enrollment is done
-    qint64 m_clockOffset = 0;                ///< milliseconds ahead of the host's clock
+    quint32 m_enrolledUser = 0;              ///< whose pairs they are
+    bool m_rebooting = false;
     QElapsedTimer m_uptime;
     QElapsedTimer m_sinceCapture;
 };

@@ -1,11 +1,12 @@
 #include "simulator/json.h"
 
+#include <QString>
+
 #include <json/reader.h>
 #include <json/writer.h>
 
 #include <exception>
 #include <memory>
-#include <sstream>
 
 namespace sim {
 namespace {
@@ -20,15 +21,44 @@ Json::StreamWriterBuilder plainStyle()
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
     builder["emitUTF8"] = true;
+    builder["commentStyle"] = "None";
     return builder;
+}
+
+/// Nothing but plain JSON: no comments, no text behind it, no key twice.
+Json::CharReaderBuilder strictReading()
+{
+    Json::CharReaderBuilder builder;
+    builder["collectComments"] = false;
+    builder["allowComments"] = false;
+    builder["strictRoot"] = true;
+    builder["failIfExtra"] = true;
+    builder["rejectDupKeys"] = true;
+    return builder;
+}
+
+/// Outside of strings a slash can only begin a comment. The reader lets some of them pass.
+bool hasComment(const QByteArray &text)
+{
+    bool quoted = false;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text.at(i) == '"')
+            quoted = !quoted;
+        else if (quoted && text.at(i) == '\\')
+            ++i;
+        else if (!quoted && text.at(i) == '/')
+            return true;
+    }
+    return false;
 }
 
 } // namespace
 
 bool parseObject(const QByteArray &text, Json::Value *object)
 {
-    const Json::CharReaderBuilder builder;
-    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    if (QString::fromUtf8(text).toUtf8() != text || hasComment(text))
+        return false;
+    const std::unique_ptr<Json::CharReader> reader(strictReading().newCharReader());
     Json::Value root;
     try {
         if (!reader->parse(text.cbegin(), text.cend(), &root, nullptr) || !root.isObject())
@@ -43,24 +73,6 @@ bool parseObject(const QByteArray &text, Json::Value *object)
 QByteArray toText(const Json::Value &value)
 {
     return QByteArray::fromStdString(Json::writeString(plainStyle(), value));
-}
-
-QByteArray toListText(const char *key, const std::vector<Json::Value> &entries, int longest)
-{
-    const std::unique_ptr<Json::StreamWriter> writer(plainStyle().newStreamWriter());
-    const QByteArray end("]}");
-    QByteArray text = QByteArray("{\"") + key + "\":[";
-    QByteArray separator;
-    for (const Json::Value &entry : entries) {
-        std::ostringstream out;
-        writer->write(entry, &out);
-        const QByteArray piece = separator + QByteArray::fromStdString(out.str());
-        if (text.size() + piece.size() + end.size() > longest)
-            break;
-        text += piece;
-        separator = ",";
-    }
-    return text + end;
 }
 
 void mergeKnown(Json::Value &target, const Json::Value &update)

@@ -4,18 +4,14 @@
 
 #include <json/value.h>
 
-#include <vector>
-
 namespace sim {
 
-/// False, with `object` untouched, unless the text is one JSON object. Never throws.
+/// False, with `object` untouched, unless the text is one JSON object in UTF-8, without comments
+/// or keys that come twice. Never throws.
 bool parseObject(const QByteArray &text, Json::Value *object);
 
 /// UTF-8, without indentation or line breaks.
 QByteArray toText(const Json::Value &value);
-
-/// An object with one array, as long a beginning of `entries` as fits `longest` bytes of text.
-QByteArray toListText(const char *key, const std::vector<Json::Value> &entries, int longest);
 
 /// Takes over the members of `update` whose key exists in `target` with the same kind of value;
 /// objects are walked down to their members, everything else in `update` is left aside.

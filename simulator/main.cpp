@@ -4,9 +4,12 @@
 #include <QCoreApplication>
 
 #include <QObject>
+#include <QThread>
 
+#include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -22,11 +25,20 @@ int fail(const QString &reason)
     return 1;
 }
 
-volatile std::sig_atomic_t stopAsked = 0;
+std::atomic<bool> stopAsked{false};
+static_assert(std::atomic<bool>::is_always_lock_free); // set by a signal
 
 void askToStop(int /*signal*/)
 {
-    stopAsked = 1;
+    stopAsked = true;
+}
+
+/// Waits for the end of the standard input, on a thread of its own.
+void stopWithInput()
+{
+    while (std::getchar() != EOF) {
+    }
+    stopAsked = true;
 }
 
 /// Leaves the event loop in good order when the program is asked to end.
@@ -43,7 +55,7 @@ public:
 protected:
     void timerEvent(QTimerEvent * /*event*/) override
     {
-        if (stopAsked != 0)
+        if (stopAsked)
             QCoreApplication::quit();
     }
 };
@@ -53,9 +65,7 @@ QString endpoint(const QHostAddress &address, quint16 port)
     return QStringLiteral("%1:%2").arg(address.toString()).arg(port);
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int run(int argc, char *argv[], sim::Settings &settings)
 {
     QCoreApplication app(argc, argv);
     QCoreApplication::setOrganizationDomain(QStringLiteral("kovant.example"));
@@ -63,7 +73,6 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("quirel-simulator"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_VERSION));
 
-    sim::Settings settings;
     QString error;
     if (!sim::readArguments(app, &settings, &error))
         return fail(error);
@@ -79,5 +88,18 @@ int main(int argc, char *argv[])
     printLine(stdout,
               QStringLiteral("Listening on ") + endpoint(settings.address, terminal.port()));
     const Stopper stopper;
+    if (settings.endWithInput)
+        QThread::create(stopWithInput)->start(); // to the end of the process
     return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    sim::Settings settings;
+    const int code = run(argc, argv, settings);
+    if (settings.endWithInput)
+        std::_Exit(code); // an orderly exit would wait for the thread that holds the input
+    return code;
 }

@@ -24,8 +24,8 @@ bool hasRoomFor(const User &user, int count)
 
 bool isUsable(const QrCode &code)
 {
-    return !code.note.isEmpty() && !code.data.isEmpty() && code.start.isValid() &&
-           code.end.isValid() && code.start < code.end;
+    return !code.note.isEmpty() && isOneLine(code.note) && !code.data.isEmpty() &&
+           code.start.isValid() && code.end.isValid() && code.start < code.end;
 }
 
 Documents factoryDocuments()
@@ -33,10 +33,26 @@ Documents factoryDocuments()
     return {factoryOutputDocument(), factoryUserDocument(), factoryVendorDocument()};
 }
 
-bool isRestingMode(DeviceMode mode)
+const char *restingModeName(DeviceMode mode)
 {
-    return mode == DeviceMode::Idle || mode == DeviceMode::LocalRecognition ||
-           mode == DeviceMode::RemoteRecognition;
+    switch (mode) {
+    case DeviceMode::Idle:
+        return "idle";
+    case DeviceMode::LocalRecognition:
+        return "local recognition";
+    case DeviceMode::RemoteRecognition:
+        return "remote recognition";
+    default:
+        return nullptr;
+    }
+}
+
+bool isOneLine(const QString &text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+               c.category() == QChar::Separator_Paragraph;
+    });
 }
 
 bool isSerialNumber(const QString &text)

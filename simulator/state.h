@@ -31,6 +31,9 @@ constexpr int NameField = 32;
 constexpr int QrDataField = 512;
 constexpr int SerialLength = static_cast<int>(wire::SerialNumberSize);
 
+/// Without control characters, so that a message that tells it stays one line.
+bool isOneLine(const QString &text);
+
 struct User
 {
     quint32 id = 0; ///< 1 or more
@@ -65,14 +68,18 @@ struct Documents
 
 Documents factoryDocuments();
 
-/// A mode that a terminal stays in; the enrollments end by themselves.
-bool isRestingMode(DeviceMode mode);
+/// The name of a mode that a terminal stays in; nullptr for any other, as for the enrollments,
+/// which end by themselves.
+const char *restingModeName(DeviceMode mode);
 
 /// What a terminal holds, and keeps when it is switched off.
 struct State
 {
-    DeviceMode mode = DeviceMode::LocalRecognition; ///< a resting one
-    int sensorBias = 0;                             ///< mm
+    /// A resting one. The one that was set last is there again after a reboot, and when the
+    /// program starts anew.
+    DeviceMode mode = DeviceMode::LocalRecognition;
+    qint64 clockOffset = 0; ///< milliseconds ahead of the host's clock
+    int sensorBias = 0;     ///< mm
     QString serialNumber;
     std::map<quint32, User> users; ///< by ID
     QVector<QrCode> qrCodes;

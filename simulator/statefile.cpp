@@ -2,6 +2,7 @@
 
 #include "simulator/documents.h"
 #include "simulator/json.h"
+#include "simulator/lists.h"
 #include "simulator/memberreader.h"
 #include "simulator/walltime.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr const char *Format = "quirel-simulator state 1";
 constexpr qint64 GreatestId = std::numeric_limits<quint32>::max();
+constexpr qint64 GreatestClockOffset = 10'000'000'000'000; // ms, some 300 years
 constexpr int FirstYear = 1970;
 constexpr int LastYear = 9999;
 
@@ -47,6 +49,8 @@ User readUser(MemberReader &reader, const Json::Value &entry)
     user.cardId = static_cast<quint32>(reader.number(entry, "card", 0, GreatestId));
     user.name = reader.text(entry, "name", NameField);
     user.department = reader.text(entry, "department", NameField);
+    reader.require(isOneLine(user.name), "name");
+    reader.require(isOneLine(user.department), "department");
     user.veinCount = reader.integer(entry, "vein features", 0, FeatureCapacity);
     user.printCount = reader.integer(entry, "print features", 0, FeatureCapacity);
     reader.require(hasRoomFor(user, 0), "print features");
@@ -118,6 +122,7 @@ void readUsers(MemberReader &reader, const Json::Value &document, int most, Stat
         const User user = readUser(reader, entry);
         reader.require(state->users.emplace(user.id, user).second, "users");
     }
+    reader.require(userListFits(*state), "users");
 }
 
 void readQrCodes(MemberReader &reader, const Json::Value &document, int most, State *state)
@@ -127,13 +132,25 @@ void readQrCodes(MemberReader &reader, const Json::Value &document, int most, St
         state->qrCodes.append(readQrCode(reader, entry));
         reader.require(known.insert(state->qrCodes.last().data).second, "qr codes");
     }
+    reader.require(qrListFits(*state), "qr codes");
 }
 
 DeviceMode readMode(MemberReader &reader, const Json::Value &document)
 {
     const auto mode = static_cast<DeviceMode>(reader.integer(document, "mode", 0, 4));
-    reader.require(isRestingMode(mode), "mode");
+    reader.require(restingModeName(mode) != nullptr, "mode");
     return mode;
+}
+
+QString badValue(const Json::Value &document, const DeviceOptions &options, const QString &member)
+{
+    const Json::Value &users = document["users"];
+    if (member == QLatin1String("users") && users.isArray() &&
+        users.size() > static_cast<Json::ArrayIndex>(options.maxUsers))
+        return QStringLiteral("%1 users, more than --max-users %2")
+            .arg(users.size())
+            .arg(options.maxUsers);
+    return QStringLiteral("bad value of \"%1\"").arg(member);
 }
 
 } // namespace
@@ -143,6 +160,7 @@ Json::Value stateDocument(const State &state)
     Json::Value document;
     document["format"] = Format;
     document["mode"] = static_cast<int>(state.mode);
+    document["clock offset"] = Json::Int64{state.clockOffset};
     document["sensor bias"] = state.sensorBias;
     document["serial number"] = state.serialNumber.toStdString();
     Json::Value &users = document["users"] = Json::arrayValue;
@@ -165,6 +183,8 @@ bool readState(const Json::Value &document, const DeviceOptions &options, State 
     read.documents = factoryDocuments();
     reader.require(reader.text(document, "format", 64) == QLatin1String(Format), "format");
     read.mode = readMode(reader, document);
+    read.clockOffset =
+        reader.number(document, "clock offset", -GreatestClockOffset, GreatestClockOffset);
     read.sensorBias = reader.integer(document, "sensor bias", LeastBias, GreatestBias);
     read.serialNumber = reader.text(document, "serial number", SerialLength);
     reader.require(isSerialNumber(read.serialNumber), "serial number");
@@ -174,7 +194,7 @@ bool readState(const Json::Value &document, const DeviceOptions &options, State 
     const Json::Value &documents = reader.object(document, "documents");
     for (const DocumentMember &member : DocumentMembers)
         readDocument(reader, documents, member.key, &(read.documents.*member.document));
-    *error = reader.badMember();
+    *error = badValue(document, options, reader.badMember());
     if (reader.good())
         *state = read;
     return reader.good();

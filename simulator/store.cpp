@@ -4,19 +4,23 @@
 #include "simulator/statefile.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace sim {
 namespace {
 
-constexpr int SaveDelayMs = 500; // changes within this time are saved together
+constexpr int SaveDelayMs = 500;         // changes within this time are saved together
+constexpr qint64 MostBytes = 64'000'000; // of a file; no state comes near
 
 } // namespace
 
 Store::Store(Device &device, const QString &path)
     : m_device(device),
-      m_path(path)
+      m_path(path),
+      m_lock(path + QStringLiteral(".lock"))
 {
+    m_lock.setStaleLockTime(0); // held as long as its program runs
     m_timer.setSingleShot(true);
     m_timer.setInterval(SaveDelayMs);
     connect(&m_timer, SIGNAL(timeout()), this, SLOT(save()));
@@ -31,8 +35,26 @@ Store::~Store()
 
 bool Store::open(QString *error)
 {
-    m_open = QFile::exists(m_path) ? load(error) : write(error);
+    const QFileInfo file(m_path);
+    if (file.exists() && (!file.isFile() || file.size() > MostBytes)) {
+        *error = QStringLiteral("Cannot use %1: %2")
+                     .arg(m_path, file.isFile() ? QStringLiteral("too long")
+                                                : QStringLiteral("not a regular file"));
+        return false;
+    }
+    m_open = lock(error) && (QFile::exists(m_path) ? load(error) : write(error));
     return m_open;
+}
+
+bool Store::lock(QString *error)
+{
+    if (m_lock.tryLock(0))
+        return true;
+    *error = m_lock.error() == QLockFile::LockFailedError
+                 ? QStringLiteral("Cannot use %1: another program keeps its state there")
+                 : QStringLiteral("Cannot write %1.lock");
+    *error = error->arg(m_path);
+    return false;
 }
 
 bool Store::load(QString *error)
@@ -43,12 +65,11 @@ bool Store::load(QString *error)
         return false;
     }
     Json::Value document;
-    QString member;
-    const bool object = parseObject(file.readAll(), &document);
-    if (object && readState(document, m_device.options(), &m_device.state, &member))
+    QString reason = QStringLiteral("not a JSON object");
+    const bool object = parseObject(file.read(MostBytes), &document);
+    if (object && readState(document, m_device.options(), &m_device.state, &reason))
         return true;
-    *error = object ? QStringLiteral("Cannot use %1: bad value of \"%2\"").arg(m_path, member)
-                    : QStringLiteral("Cannot use %1: not a JSON object").arg(m_path);
+    *error = QStringLiteral("Cannot use %1: %2").arg(m_path, reason);
     return false;
 }
 

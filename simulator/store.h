@@ -2,6 +2,7 @@
 
 #include "simulator/device.h"
 
+#include <QLockFile>
 #include <QObject>
 #include <QTimer>
 
@@ -18,7 +19,7 @@ public:
     ~Store() override;
 
     /// Takes over what the file holds; without a file, writes one. False, with the reason, when
-    /// the file is none of ours or cannot be used; it is never written to then.
+    /// the file is none of ours, another program's or cannot be used; it is never written to then.
     bool open(QString *error);
 
 private slots:
@@ -26,11 +27,13 @@ private slots:
     void save();
 
 private:
+    bool lock(QString *error);
     bool load(QString *error);
     bool write(QString *error) const;
 
     Device &m_device;
     QString m_path;
+    QLockFile m_lock; ///< beside the file
     QTimer m_timer;
     bool m_open = false;
     bool m_unsaved = false;

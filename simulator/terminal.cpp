@@ -6,7 +6,8 @@
 namespace sim {
 namespace {
 
-constexpr int RetryMs = 1000; // when the port cannot be had again at once
+constexpr int RetryMs = 1000;    // when the port or a connection cannot be had at once
+constexpr int MostConsoles = 32; // at the same time
 
 } // namespace
 
@@ -26,7 +27,15 @@ Terminal::Terminal(const TerminalOptions &options, QObject *parent)
     connect(&m_comeback, SIGNAL(timeout()), this, SLOT(comeBack()));
     // Later, so that whoever asked for it gets the answer first.
     connect(&m_device, SIGNAL(rebootAsked()), this, SLOT(goDown()), Qt::QueuedConnection);
-    connect(&m_server, SIGNAL(newConnection()), this, SLOT(acceptConnections()));
+    // One at a time and later, so that the server asks for a connection only when there is one:
+    // once it asked in vain, it keeps to that error and tells of no other.
+    m_server.setMaxPendingConnections(1);
+    connect(&m_server, SIGNAL(newConnection()), this, SLOT(acceptConnections()),
+            Qt::QueuedConnection);
+    m_acceptPause.setSingleShot(true);
+    connect(&m_acceptPause, SIGNAL(timeout()), this, SLOT(resumeAccepting()));
+    connect(&m_server, SIGNAL(acceptError(QAbstractSocket::SocketError)), this,
+            SLOT(pauseAccepting()));
 }
 
 Terminal::~Terminal() = default;
@@ -76,10 +85,27 @@ void Terminal::comeBack()
 void Terminal::acceptConnections()
 {
     while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+        if (m_connections.children().size() >= MostConsoles) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
         m_device.announce(QStringLiteral("console connected from ") +
                           socket->peerAddress().toString());
         new Connection(socket, m_device, m_faults, m_log, &m_connections);
     }
+}
+
+void Terminal::pauseAccepting()
+{
+    m_server.pauseAccepting();
+    m_acceptPause.start(RetryMs);
+}
+
+void Terminal::resumeAccepting()
+{
+    if (m_server.isListening())
+        m_server.resumeAccepting();
 }
 
 } // namespace sim

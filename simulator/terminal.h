@@ -49,6 +49,8 @@ public:
 
 private slots:
     void acceptConnections();
+    void pauseAccepting();
+    void resumeAccepting();
     void goDown();
     void comeBack();
 
@@ -62,6 +64,7 @@ private:
     QTcpServer m_server;
     QHostAddress m_address;
     quint16 m_port = 0;
+    QTimer m_acceptPause;  ///< runs while no console can be accepted
     QTimer m_comeback;     ///< runs during a reboot
     QObject m_connections; ///< parent of them all; goes before what they use
 };

@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <vector>
 
 /// Mode, clock, sensor, configuration and reboot; and what is left when everything was cleared.
 class TestSimulatorDevice : public QObject
@@ -23,16 +24,25 @@ private slots:
     void clockAndSerialNumber();
     void palmMovesSmoothly();
     void rebootDropsAndComesBack();
+    void nothingIsDoneBehindAReboot();
+    void onlySoManyConsoles();
 
 private:
+    void start(int rebootMs);
+
     std::unique_ptr<sim::Terminal> m_terminal;
     quint16 m_port = 0;
 };
 
 void TestSimulatorDevice::init()
 {
+    start(500);
+}
+
+void TestSimulatorDevice::start(int rebootMs)
+{
     sim::TerminalOptions options;
-    options.rebootMs = 500;
+    options.rebootMs = rebootMs;
     m_terminal = std::make_unique<sim::Terminal>(options);
     QVERIFY(m_terminal->listen(QHostAddress::LocalHost, 0));
     m_port = m_terminal->port();
@@ -137,6 +147,16 @@ void TestSimulatorDevice::hostileDocuments_data()
     const QByteArray ignored = hex("EAC5000001 00");
     const QByteArray refused = hex("EAC5000001 02");
     QTest::newRow("nested-deeply") << QByteArray(20000, '[') << refused;
+    const auto row = [&](const char *name, const char *json) {
+        QTest::newRow(name) << QByteArray(json) << refused;
+    };
+    row("comment-behind", "{\"dev info\":{\"sound volume\": 3 // boom\n}}");
+    row("comment-behind-a-quote", R"({"dev info":{"dev notes":"\" // \\","sound volume":3/**/}})");
+    row("comment-ahead", "/* boom */{\"dev info\":{\"sound volume\":3}}");
+    row("text-behind", "{\"dev info\":{\"sound volume\":3}} x");
+    row("object-behind", "{\"dev info\":{\"sound volume\":3}}{}");
+    row("key-twice", "{\"dev info\":{\"sound volume\":3,\"sound volume\":4}}");
+    row("not-utf-8", "{\"dev info\":{\"dev notes\":\"\xC3\"}}");
     QTest::newRow("not-an-object") << QByteArray("[1]") << refused;
     QTest::newRow("beyond-2490-bytes")
         << "{\"dev info\":{\"dev notes\":\"" + QByteArray(3000, 'x') + "\"}}" << refused;
@@ -165,8 +185,15 @@ void TestSimulatorDevice::clockAndSerialNumber()
     QCOMPARE(clock.left(10), hex("EAC5000006 3D02030405"));
     QVERIFY(at(clock, 10) >= 6 && at(clock, 10) < 20);
 
+    // A second before the last year ends.
+    QCOMPARE(client.ask(hex("EAC5000007 07 FF0C1F173B3B")), hex("EAC5000001 00"));
+    QCOMPARE(client.ask(hex("EAC5000001 06")), hex("EAC5000006 FF0C1F173B3B"));
+    m_terminal->device().state.clockOffset += 1'000'000'000'000;
+    QCOMPARE(client.ask(hex("EAC5000001 06")), hex("EAC5000006 FF0C1F173B3B"));
+
     QCOMPARE(client.ask(request(0x50, QByteArray("KV2403abcDEF789", 16))), hex("EAC5000001 00"));
     QCOMPARE(client.ask(request(0x50, QByteArray("KV2403abc\"EF789", 16))), hex("EAC5000001 02"));
+    QCOMPARE(client.ask(request(0x50, QByteArray("KV2403abcDEF7890"))), hex("EAC5000001 02"));
     QCOMPARE(client.askJson("EAC500000117")["dev_serial"].toString(), QString("KV2403abcDEF789"));
 }
 
@@ -187,6 +214,7 @@ void TestSimulatorDevice::palmMovesSmoothly()
 
 void TestSimulatorDevice::rebootDropsAndComesBack()
 {
+    start(2500); // long enough to find nobody there
     SimClient asking(m_port);
     SimClient other(m_port);
     QTcpServer listener;
@@ -212,8 +240,30 @@ void TestSimulatorDevice::rebootDropsAndComesBack()
     };
     QTRY_VERIFY(answers());
     SimClient later(m_port);
-    QCOMPARE(later.ask(hex("EAC5000001 05")), status(0));
+    QCOMPARE(later.ask(hex("EAC5000001 05")), status(3));
     QTRY_VERIFY(listener.hasPendingConnections());
+}
+
+void TestSimulatorDevice::nothingIsDoneBehindAReboot()
+{
+    SimClient client(m_port);
+    client.send(hex("EAC5000001 EF EAC5000001 0E"));
+    QCOMPARE(client.reply(), status(0));
+    QTRY_VERIFY(client.closed());
+    QCOMPARE(m_terminal->device().state.users.size(), size_t{8});
+}
+
+void TestSimulatorDevice::onlySoManyConsoles()
+{
+    std::vector<std::unique_ptr<SimClient>> consoles;
+    for (int i = 0; i < 32; ++i) {
+        consoles.push_back(std::make_unique<SimClient>(m_port));
+        QCOMPARE(consoles.back()->ask(hex("EAC5000001 05")), status(3));
+    }
+    QTcpSocket more;
+    more.connectToHost(QHostAddress::LocalHost, m_port);
+    QTRY_COMPARE(more.error(), QAbstractSocket::RemoteHostClosedError);
+    QCOMPARE(consoles.front()->ask(hex("EAC5000001 05")), status(3));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorDevice)

@@ -51,12 +51,14 @@ private slots:
     void enrollmentKeepsBusy();
     void localEnrollment();
     void remoteEnrollment();
+    void remotePairsOutliveALocalEnrollment();
     void recordPages();
     void listsStayBelowTheWait();
     void longTextsAreCutAtCharacters();
 
 private:
     void start(int enrollMs);
+    void start(const sim::TerminalOptions &options);
     /// "id,vein,print" of a user in the list.
     QString featuresOf(SimClient &client, const QString &id) const;
 
@@ -76,6 +78,11 @@ void TestSimulatorRules::start(int enrollMs)
     options.maxQrCodes = 4;
     options.enrollMs = enrollMs;
     options.records = 12001;
+    start(options);
+}
+
+void TestSimulatorRules::start(const sim::TerminalOptions &options)
+{
     m_terminal = std::make_unique<sim::Terminal>(options);
     QVERIFY(m_terminal->listen(QHostAddress::LocalHost, 0));
     m_port = m_terminal->port();
@@ -108,6 +115,10 @@ void TestSimulatorRules::dialogues_data()
     QTest::newRow("add-known-user") << Dialogue{{addUser("00000001 00000000", "A"), status(20)}};
     QTest::newRow("add-user-0") << Dialogue{{addUser("00000000 00000000", "A"), status(2)}};
     QTest::newRow("add-not-utf-8") << Dialogue{{addUser("00000009 00000000", "\xC3"), status(2)}};
+    QTest::newRow("add-two-lines")
+        << Dialogue{{addUser("00000009 00000000", "A\nB"), status(2)},
+                    {addUser("00000009 00000000", QByteArray(32, 'n') + "\x7F"), status(2)},
+                    {addCode("n\r", Times, "QR"), status(2)}};
     QTest::newRow("add-too-short")
         << Dialogue{{full.left(3) + hex("0048") + full.mid(5, 72), status(2)}};
     QTest::newRow("add-to-full") << Dialogue{{full, status(0)},
@@ -221,6 +232,8 @@ void TestSimulatorRules::enrollmentKeepsBusy()
           addUser("00000009 00000000", "A"), hex("EAC5000005 31 00000001"),
           hex("EAC5000005 34 00000001"), import("00 00000001", 10240)})
         QCOMPARE(client.ask(change), status(1));
+    QCOMPARE(client.ask(hex("EAC5000006 04 01 00000000")), status(2));
+    QCOMPARE(client.ask(hex("EAC5000006 04 05 00000003")), status(2));
     QSignalSpy told(&m_terminal->device(), SIGNAL(happened(QString)));
     QCOMPARE(client.ask(hex("EAC5000002 0404")), status(0));
     QVERIFY(told.at(0).at(0).toString().endsWith("cancelled"));
@@ -272,6 +285,19 @@ void TestSimulatorRules::remoteEnrollment()
     }
 }
 
+void TestSimulatorRules::remotePairsOutliveALocalEnrollment()
+{
+    start(20);
+    SimClient client(m_port);
+    for (const char *enroll : {"EAC5000006 04 06 00000003", "EAC5000006 04 01 00000008"}) {
+        QCOMPARE(client.ask(hex(enroll)), status(0));
+        QTRY_COMPARE(client.ask(hex("EAC5000001 05")), status(3));
+    }
+    QCOMPARE(featuresOf(client, "3") + ' ' + featuresOf(client, "8"), QString("6,6 3,3"));
+    QCOMPARE(client.ask(hex("EAC5000006 27 00000003 00")).size(), 777606);
+    QCOMPARE(client.ask(hex("EAC5000006 27 00000008 00")), status(2));
+}
+
 void TestSimulatorRules::recordPages()
 {
     SimClient client(m_port);
@@ -308,14 +334,24 @@ void TestSimulatorRules::recordPages()
 
 void TestSimulatorRules::listsStayBelowTheWait()
 {
+    sim::TerminalOptions options;
+    options.maxUsers = 10000;
+    options.maxQrCodes = 2000;
+    start(options);
     sim::State &state = m_terminal->device().state;
-    for (quint32 id = 100; id < 20100; ++id)
+    state.users.clear();
+    for (quint32 id = 10000; id < 10000 + 7406; ++id)
         state.users[id] = {id, id, QString(32, 'u'), QString(), 3, 3};
-    for (int i = 0; i < 2000; ++i)
-        state.qrCodes.append({"note", QString(500, 'q'), state.records.until, state.records.until});
+    state.qrCodes = QVector<sim::QrCode>(
+        1061, {"note", QString(500, 'q'), state.records.until, state.records.until});
     SimClient client(m_port);
+    const QByteArray name(31, 'u');
+    QCOMPARE(client.ask(addUser("00002000 00002000", name)), status(0));
+    QCOMPARE(client.ask(addUser("00002001 00002001", name)), status(22));
     const QByteArray users = client.ask(hex("EAC5000001 10"));
-    QVERIFY(users.size() <= 800000 && users.size() > 799000 && users.endsWith("}]}"));
+    QVERIFY(users.size() <= 800000 && users.size() > 790000 && users.endsWith("}]}"));
+    QCOMPARE(client.ask(addCode("note", Times, QByteArray(500, 'r'))), status(0));
+    QCOMPARE(client.ask(addCode("note", Times, QByteArray(500, 's'))), status(30));
     const QByteArray codes = client.ask(hex("EAC5000001 63"));
     QVERIFY(codes.size() <= 614400 && codes.size() > 613000 && codes.endsWith("}]}"));
 }

@@ -73,6 +73,7 @@ void TestSimulatorState::everyChangeSurvives()
         request(0x2A, hex("00 00000008") + QByteArray(10240, 'x')),
         hex("EAC5000002 0404"),
         hex("EAC5000003 0A03E3"),
+        hex("EAC5000007 07 3D0203040506"),
         request(0x50, QByteArray("KV2403abcDEF789", 16)),
         request(0x15, "{\"recg mode\":3}"),
         request(0x19, "{\"dev info\":{\"dev notes\":\"\xE4\xB8\x9C \\\\ \\u0001\"}}"),
@@ -103,12 +104,12 @@ void TestSimulatorState::everyChangeSurvives()
     for (int i = 0; i < fresh.size(); ++i)
         QCOMPARE(changed.at(i) == fresh.at(i), i == 7 || i == 9); // all but the records
 
-    terminal = start(); // before the first one ends
-    QVERIFY(terminal);
-    QVERIFY(everything(terminal->port()) != changed);
     terminal.reset();
     terminal = start();
+    QVERIFY(terminal);
     QCOMPARE(everything(terminal->port()), changed);
+    SimClient later(terminal->port());
+    QCOMPARE(later.ask(hex("EAC5000001 06")).left(8), hex("EAC5000006 3D0203"));
 }
 
 void TestSimulatorState::savedSoonAndWhole()
@@ -121,7 +122,11 @@ void TestSimulatorState::savedSoonAndWhole()
     QTRY_VERIFY(!contentOf(m_path).contains("Anna Keller"));
     QVERIFY(contentOf(m_path).contains("\"months\":[]"));
     QVERIFY(contentOf(m_path).endsWith("}\n"));
-    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files), QStringList("state.json"));
+    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files),
+             QStringList({"state.json", "state.json.lock"}));
+    QString error;
+    QVERIFY(!start(&error));
+    QCOMPARE(error, "Cannot use " + m_path + ": another program keeps its state there");
 }
 
 void TestSimulatorState::foreignFilesAreRefused_data()
@@ -131,6 +136,7 @@ void TestSimulatorState::foreignFilesAreRefused_data()
     QTest::addColumn<QString>("reason");
     const QString notJson = QStringLiteral("not a JSON object");
     QTest::newRow("empty") << QByteArray() << QByteArray() << notJson;
+    QTest::newRow("comment") << QByteArray("}\n") << QByteArray("} // boom\n") << notJson;
     QTest::newRow("cut") << QByteArray("}\n") << QByteArray() << notJson;
     QTest::newRow("nested-deeply") << QByteArray() << QByteArray(20000, '[') << notJson;
     QTest::newRow("other-object") << QByteArray() << QByteArray("{\"name\":1}") << "\"format\"";
@@ -140,6 +146,12 @@ void TestSimulatorState::foreignFilesAreRefused_data()
         QTest::newRow(name) << QByteArray(from) << QByteArray(to)
                             << QStringLiteral("\"%1\"").arg(member);
     };
+    QTest::newRow("too-long") << QByteArray() << QByteArray(64'000'001, ' ') << "too long";
+    QTest::newRow("too-many-users")
+        << QByteArray("\"users\":[") << "\"users\":[" + QByteArray("{},").repeated(3000)
+        << "3008 users, more than --max-users 3000";
+    row("name-of-two-lines", "Anna Keller", "Anna\\nKeller", "name");
+    row("no-clock", "\"clock offset\"", "\"clock\"", "clock offset");
     row("newer", "state 1", "state 2", "format");
     row("mode-enroll", "\"mode\":3", "\"mode\":1", "mode");
     row("mode-text", "\"mode\":3", "\"mode\":\"3\"", "mode");
@@ -152,7 +164,8 @@ void TestSimulatorState::foreignFilesAreRefused_data()
     row("user-twice", "\"id\":1,", "\"id\":2,", "users");
     row("user-without-name", "\"name\":\"Anna", "\"mane\":\"Anna", "name");
     row("name-33-bytes", "Anna Keller", "123456789012345678901234567890123", "name");
-    row("name-not-utf-8", "Anna Keller", "Ann\xFF", "name");
+    QTest::newRow("name-not-utf-8")
+        << QByteArray("Anna Keller") << QByteArray("Ann\xFF") << notJson;
     row("too-many-features", "\"vein features\":6", "\"vein features\":7", "print features");
     row("features-negative", "\"vein features\":6", "\"vein features\":-1", "vein features");
     row("code-twice", "KV-VISIT-7F31C2", "KV-CLEAN-0042", "qr codes");
@@ -193,7 +206,7 @@ void TestSimulatorState::placesWithoutAFileAreRefused()
     QString error;
     m_path = m_directory->path();
     QVERIFY(!start(&error));
-    QVERIFY2(error.startsWith("Cannot read " + m_path), qPrintable(error));
+    QVERIFY2(error.startsWith("Cannot use " + m_path), qPrintable(error));
     m_path += "/none/state.json";
     QVERIFY(!start(&error));
     QVERIFY2(error.startsWith("Cannot write " + m_path), qPrintable(error));

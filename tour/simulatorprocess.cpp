@@ -20,9 +20,9 @@ bool SimulatorProcess::start(quint16 pushPort)
 {
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/quirel-simulator"),
-                  {QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--push-port"),
-                   QString::number(pushPort), QStringLiteral("--push-interval"),
-                   QStringLiteral("1")});
+                  {QStringLiteral("--end-with-input"), QStringLiteral("--port"),
+                   QStringLiteral("0"), QStringLiteral("--push-port"), QString::number(pushPort),
+                   QStringLiteral("--push-interval"), QStringLiteral("1")});
     while (!process.canReadLine() && process.waitForReadyRead(StartTimeout)) {
     }
     const QString greeting = QString::fromUtf8(process.readLine()).trimmed();
