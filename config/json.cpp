@@ -27,10 +27,17 @@ bool json::parse(const char *text, size_t length, Json::Value *root)
 
 std::optional<QString> json::text(const Json::Value &object, const char *key)
 {
+    const std::optional<QByteArray> utf8 = bytes(object, key);
+    return utf8 ? std::make_optional(QString::fromUtf8(utf8->constData(), utf8->size()))
+                : std::nullopt;
+}
+
+std::optional<QByteArray> json::bytes(const Json::Value &object, const char *key)
+{
     const Json::Value *value = member(object, key);
     if (!value || !value->isConvertibleTo(Json::stringValue))
         return std::nullopt;
-    return QString::fromStdString(value->asString());
+    return QByteArray::fromStdString(value->asString());
 }
 
 std::optional<int> json::number(const Json::Value &object, const char *key)
@@ -39,4 +46,12 @@ std::optional<int> json::number(const Json::Value &object, const char *key)
     if (!value || !value->isConvertibleTo(Json::intValue))
         return std::nullopt;
     return value->asInt();
+}
+
+std::optional<quint32> json::unsignedNumber(const Json::Value &object, const char *key)
+{
+    const Json::Value *value = member(object, key);
+    if (!value || !value->isConvertibleTo(Json::uintValue))
+        return std::nullopt;
+    return value->asUInt();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <json/value.h>
@@ -17,7 +18,10 @@ bool parse(const char *text, size_t length, Json::Value *root);
 /// Members of `object`; none where the member is absent or is of a kind that cannot be read so.
 /// Numbers and booleans are readable as text; a null reads as an empty text and as 0.
 std::optional<QString> text(const Json::Value &object, const char *key);
-/// Whole part of a number within 32 signed bits.
+/// Like text(), as the raw bytes of the document.
+std::optional<QByteArray> bytes(const Json::Value &object, const char *key);
+/// Whole part of a number that lies within 32 bits, signed or unsigned.
 std::optional<int> number(const Json::Value &object, const char *key);
+std::optional<quint32> unsignedNumber(const Json::Value &object, const char *key);
 
 } // namespace json

@@ -1,5 +1,6 @@
 #include "link/cmdclient.h"
 
+#include "link/busycursor.h"
 #include "link/textlog.h"
 
 #include <QCoreApplication>
@@ -39,6 +40,8 @@ CmdClient::~CmdClient()
 
 bool CmdClient::connectToDevice(const char *host, quint16 port)
 {
+    BusyCursor cursor;
+    cursor.show(); // nothing can be shown any more once the socket waits
     if (isConnected) {
         socket->disconnectFromHost();
         if (socket->state() != QAbstractSocket::UnconnectedState)
@@ -103,6 +106,7 @@ bool CmdClient::waitReply(int capLength, int rounds)
 bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
 {
     const QScopedValueRollback<bool> inside(waiting, true);
+    BusyCursor cursor;
     recvBuffer.clear();
     for (int round = 0; round < rounds; ++round) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -110,6 +114,7 @@ bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
             qDebug().nospace() << "success data num: " << recvBuffer.size();
             return true;
         }
+        cursor.showIfLong();
         QThread::usleep(RoundPause);
     }
     qDebug().nospace() << "fail data num: " << recvBuffer.size();

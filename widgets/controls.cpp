@@ -4,6 +4,7 @@ namespace {
 
 constexpr int ButtonPadding = 4;
 constexpr int NarrowestLetters = 60; // per cent
+constexpr double TwoLinesFrom = 1.4; // times the width that there is
 
 void fitText(QWidget *widget, const QString &text, int width)
 {
@@ -16,13 +17,26 @@ void fitText(QWidget *widget, const QString &text, int width)
     widget->setFont(font);
 }
 
+/// For a label of several words that would be hard to read if narrowed.
+void useTwoLines(QLabel *label)
+{
+    QFont font = label->font();
+    font.setPixelSize(label->height() * 2 / 5);
+    label->setFont(font);
+    label->setWordWrap(true);
+}
+
 } // namespace
 
 QLabel *controls::label(const QString &text, QSize size, QWidget *buddy)
 {
     auto *label = sized(new QLabel(text), size);
     label->setBuddy(buddy);
-    fitText(label, text, size.width());
+    const int wanted = QFontMetrics(label->font()).horizontalAdvance(text);
+    if (text.contains(QLatin1Char(' ')) && wanted > TwoLinesFrom * size.width())
+        useTwoLines(label);
+    else
+        fitText(label, text, size.width());
     return label;
 }
 
