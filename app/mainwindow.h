@@ -132,11 +132,13 @@ private:
     QGridLayout *createButtonGrid(std::initializer_list<GridButton> buttons, int columns,
                                   QSize buttonSize);
 
+    template <class Dialog> void runDialog();
     void log(const QString &line);
     void notSupported();
     void enableConnection(bool enabled);
 
     void toggleCollecting(ImgUpdateState state);
+    void startCollecting(const Collector &collector, const QString &caption);
     void stopCollecting();
     bool collectPalmprint();
     bool collectPalmVein();
@@ -148,7 +150,12 @@ private:
                           ImgLabel *label);
     void showPixel(QPoint position, const QImage &lastImage, const std::vector<uint8_t> &frame);
 
+    /// False when the operator cancels.
+    bool askUserId(uint32_t *userId);
     bool listUsers(const Json::Value &users);
+
+    void savePng(const QString &prefix, const QImage &image);
+    void saveRaw(const QString &caption, const QByteArray &pixels);
 
     std::vector<uint8_t> rgbFrameBuffer;
     std::vector<uint8_t> irFrameBuffer;
@@ -183,3 +190,9 @@ private:
     QPushButton *openBtn;
     QList<QGroupBox *> connectionGroups; ///< usable only while connected
 };
+
+template <class Dialog> void MainWindow::runDialog()
+{
+    Dialog dialog(client, infoText, this);
+    dialog.exec();
+}

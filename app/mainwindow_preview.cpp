@@ -145,8 +145,13 @@ void MainWindow::toggleCollecting(ImgUpdateState state)
         controls::setCaption(button, tr(collector.idleText));
         return;
     }
-    imgUpdateState = state;
-    controls::setCaption(button, tr(collector.runningText));
+    startCollecting(collector, tr(collector.runningText));
+}
+
+void MainWindow::startCollecting(const Collector &collector, const QString &caption)
+{
+    imgUpdateState = collector.state;
+    controls::setCaption(this->*collector.button, caption);
     setImgUpdateState();
     updateTimer->start(collector.interval);
 }

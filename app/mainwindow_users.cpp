@@ -1,6 +1,8 @@
 #include "app/mainwindow.h"
 
 #include "config/json.h"
+#include "dialogs/adduserdlg.h"
+#include "dialogs/remoteenrolldlg.h"
 #include "link/cmdclient.h"
 #include "link/textlog.h"
 #include "widgets/controls.h"
@@ -8,7 +10,11 @@
 #include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileDialog>
 #include <QGroupBox>
+#include <QInputDialog>
 #include <QSpinBox>
 
 #include <algorithm>
@@ -27,6 +33,12 @@ constexpr int MinUserId = 1;
 constexpr int MaxUserId = 65536;
 
 constexpr size_t UserListCapacity = 819200;
+constexpr uint8_t FeatureKind = 0; // the terminal knows no other
+
+// Items of the mode box, which shows what was commanded last.
+constexpr int EmptyIndex = 0;
+constexpr int EnrollIndex = 1;
+constexpr int LocalRecognitionIndex = 2;
 
 } // namespace
 
@@ -128,45 +140,100 @@ void MainWindow::exportUserInfoBtnClickAct()
 
 void MainWindow::addUserBtnClickAct()
 {
-    notSupported();
-}
-
-void MainWindow::enrollBtnClickAct()
-{
-    notSupported();
-}
-
-void MainWindow::recgBtnClickAct()
-{
-    notSupported();
-}
-
-void MainWindow::idealBtnClickAct()
-{
-    notSupported();
-}
-
-void MainWindow::delUserBtnClickAct()
-{
-    notSupported();
-}
-
-void MainWindow::clearUserBtnClickAct()
-{
-    notSupported();
+    runDialog<AddUserDlg>();
 }
 
 void MainWindow::remoteEnrollBtnClickAct()
 {
-    notSupported();
+    runDialog<RemoteEnrollDlg>();
+}
+
+void MainWindow::enrollBtnClickAct()
+{
+    // The captions in small letters are not those of the preview's own slot: its next click stops
+    // the preview and brings its own caption back.
+    if (showIrBtn->text() == tr("palm vein preview")) {
+        startCollecting(*findCollector(PalmVein), tr("stop collecting"));
+    } else {
+        stopCollecting();
+        controls::setCaption(showIrBtn, tr("palm vein preview"));
+    }
+    modeCombo->setCurrentIndex(EnrollIndex);
+    if (!client->startEnroll(static_cast<uint32_t>(idSpinBox->value()))) {
+        log(tr("Enrollment failed."));
+        return;
+    }
+    log(tr("The input instruction has been sent successfully. Please complete the input process "
+           "according to the prompts."));
+    startCollecting(*findCollector(PalmVein), tr("stop collecting"));
+}
+
+void MainWindow::recgBtnClickAct()
+{
+    modeCombo->setCurrentIndex(LocalRecognitionIndex);
+    log(client->setMode(static_cast<uint8_t>(DeviceMode::LocalRecognition))
+            ? tr("The device has entered recognition mode.")
+            : tr("Fail to set mode."));
+}
+
+void MainWindow::idealBtnClickAct()
+{
+    modeCombo->setCurrentIndex(EmptyIndex);
+    log(client->setMode(static_cast<uint8_t>(DeviceMode::Idle))
+            ? tr("Instruction sending succeeded.")
+            : tr("Instruction sending failed."));
+}
+
+void MainWindow::clearUserBtnClickAct()
+{
+    if (client->clearUsers())
+        log(tr("User cleared."));
+}
+
+bool MainWindow::askUserId(uint32_t *userId)
+{
+    bool accepted = false;
+    *userId = static_cast<uint32_t>(QInputDialog::getInt(
+        this, tr("User ID"), tr("User ID："), MinUserId, MinUserId, MaxUserId, 1, &accepted));
+    return accepted;
+}
+
+void MainWindow::delUserBtnClickAct()
+{
+    uint32_t userId = 0;
+    if (askUserId(&userId) && client->deleteUser(userId))
+        log(tr("User deleted successfully:%1").arg(userId));
 }
 
 void MainWindow::clearUserFeatBtnClickAct()
 {
-    notSupported();
+    uint32_t userId = 0;
+    if (askUserId(&userId) && client->deleteUserFeatures(userId))
+        log(tr("User features deleted successfully:%1").arg(userId));
 }
 
 void MainWindow::importFeatureBtnClickAct()
 {
-    notSupported();
+    const auto userId = static_cast<uint32_t>(idSpinBox->value());
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("Select feature file"),
+                                     QCoreApplication::applicationDirPath(), tr("*.bin"))
+            .trimmed();
+    if (path.isEmpty())
+        return;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        log(tr("Fail to open the file:%1").arg(path));
+        return;
+    }
+    // One byte more than wanted tells a file that is too long.
+    const QByteArray features = file.read(wire::FeatureSize + 1);
+    if (features.size() != static_cast<int>(wire::FeatureSize)) {
+        log(tr("Wrong format of feature file."));
+        return;
+    }
+    if (client->importUserFeatures(userId, FeatureKind,
+                                   reinterpret_cast<const uint8_t *>(features.constData()),
+                                   wire::FeatureSize))
+        log(tr("Feature file importing succeeded."));
 }

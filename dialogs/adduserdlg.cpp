@@ -1,0 +1,150 @@
+#include "dialogs/adduserdlg.h"
+
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QRegExpValidator>
+#include <QSpinBox>
+
+#include <cstring>
+
+namespace {
+
+constexpr QSize DialogSize(300, 185);
+constexpr QSize LabelSize(50, 25);
+constexpr QSize FieldSize(100, 25);
+constexpr QSize EmptyIdSize(80, 27);
+constexpr QSize ButtonSize(80, 28);
+
+constexpr int MinUserId = 1;
+constexpr int MaxUserId = 65536;
+constexpr int MaxTextLength = 31;
+constexpr int MaxCardDigits = 10;
+
+QLineEdit *createEdit(const char *name, int maxLength)
+{
+    auto *edit = controls::sized(new QLineEdit, FieldSize);
+    edit->setObjectName(QLatin1String(name));
+    edit->setMaxLength(maxLength);
+    return edit;
+}
+
+/// Copies a text into a field of fixed width, zeros behind it; false when it is too long.
+template <size_t Width> bool fillField(char (&field)[Width], const QString &text)
+{
+    // The edit's limit may have cut a character of two units.
+    const bool cut = !text.isEmpty() && text.back().isHighSurrogate();
+    const QByteArray bytes = text.left(text.size() - (cut ? 1 : 0)).toUtf8();
+    if (bytes.size() > static_cast<int>(Width))
+        return false;
+    std::memset(field, 0, Width);
+    std::memcpy(field, bytes.constData(), static_cast<size_t>(bytes.size()));
+    return true;
+}
+
+} // namespace
+
+AddUserDlg::AddUserDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
+    : QDialog(parent),
+      client(cmdClient),
+      infoText(log)
+{
+    setWindowTitle(tr("Add User"));
+    setFixedSize(DialogSize);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(createGrid());
+    layout->addLayout(createButtonRow());
+}
+
+QGridLayout *AddUserDlg::createGrid()
+{
+    userIdSpinBox = controls::sized(new QSpinBox, FieldSize);
+    userIdSpinBox->setObjectName(QStringLiteral("userIdSpinBox"));
+    userIdSpinBox->setRange(MinUserId, MaxUserId);
+    userNameEdit = createEdit("userNameEdit", MaxTextLength);
+    cardEdit = createEdit("cardEdit", MaxCardDigits);
+    cardEdit->setValidator(new QRegExpValidator(QRegExp(QStringLiteral("[0-9]*")), cardEdit));
+    departmentEdit = createEdit("departmentEdit", MaxTextLength);
+
+    auto *grid = new QGridLayout;
+    grid->addWidget(controls::label(tr("user ID："), LabelSize, userIdSpinBox), 0, 0);
+    grid->addWidget(userIdSpinBox, 0, 1);
+    grid->addWidget(
+        controls::button(tr("Get Empty ID"), EmptyIdSize, this, SLOT(getEmptyUIDBtnClickAct())), 0,
+        2);
+    grid->addWidget(controls::label(tr("usrname: "), LabelSize, userNameEdit), 1, 0);
+    grid->addWidget(userNameEdit, 1, 1);
+    grid->addWidget(controls::label(tr("card："), LabelSize, cardEdit), 2, 0);
+    grid->addWidget(cardEdit, 2, 1);
+    grid->addWidget(controls::label(tr("dept："), LabelSize, departmentEdit), 3, 0);
+    grid->addWidget(departmentEdit, 3, 1);
+    return grid;
+}
+
+QLayout *AddUserDlg::createButtonRow()
+{
+    QPushButton *create =
+        controls::button(tr("Create"), ButtonSize, this, SLOT(createBtnClickAct()));
+    create->setDefault(true);
+    auto *row = new QHBoxLayout;
+    row->addStretch(3);
+    row->addWidget(create, 2);
+    row->addStretch(0);
+    row->addWidget(controls::button(tr("Exit"), ButtonSize, this, SLOT(cancelBtnClickAct())), 2);
+    return row;
+}
+
+void AddUserDlg::getEmptyUIDBtnClickAct()
+{
+    uint32_t userId = 0;
+    if (!client->getEmptyUserId(&userId))
+        return;
+    log(tr("Empty user ID getting succeeded."));
+    userIdSpinBox->setValue(static_cast<int>(qMin<uint32_t>(userId, MaxUserId)));
+}
+
+void AddUserDlg::createBtnClickAct()
+{
+    UserRecord user;
+    if (!fill(&user))
+        return;
+    if (client->addUser(&user)) {
+        log(tr("User created."));
+        close();
+    } else {
+        log(tr("User creating failed."));
+    }
+}
+
+bool AddUserDlg::fill(UserRecord *user)
+{
+    if (userNameEdit->text().isEmpty()) {
+        log(tr("Username can't be empty."));
+        return false;
+    }
+    user->userId = static_cast<quint32>(userIdSpinBox->value());
+    user->cardNumber = cardEdit->text().toUInt();
+    if (!fillField(user->name, userNameEdit->text())) {
+        log(tr("The username is too long."));
+        return false;
+    }
+    if (!fillField(user->department, departmentEdit->text())) {
+        log(tr("The department name is too long."));
+        return false;
+    }
+    return true;
+}
+
+void AddUserDlg::cancelBtnClickAct()
+{
+    close();
+}
+
+void AddUserDlg::log(const QString &line)
+{
+    textlog::append(infoText, line);
+}
