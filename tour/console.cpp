@@ -1,6 +1,7 @@
 #include "tour/console.h"
 
 #include "app/imglabel.h"
+#include "tour/dialogperson.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -25,6 +26,14 @@ template <class Widget> Widget *Console::find(const char *name) const
 void Console::click(const char *button)
 {
     QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
+}
+
+void Console::click(const char *button, const std::vector<Answer> &answers)
+{
+    DialogPerson person(answers, picturePath);
+    click(button);
+    if (!person.isDone())
+        qWarning("%s opened fewer dialogs than expected", button);
 }
 
 void Console::type(const char *field, const QString &text)
@@ -72,7 +81,18 @@ QStringList Console::watchLines() const
     return find<QTextEdit>("watchText")->toPlainText().split(QLatin1Char('\n'));
 }
 
-bool Console::savePicture(const QString &path)
+QStringList Console::newInfoLines() const
 {
-    return window.grab().save(path);
+    return infoLines().mid(linesBefore);
+}
+
+void Console::beginStep(const QString &path)
+{
+    picturePath = path;
+    linesBefore = find<QTextEdit>("infoText")->toPlainText().isEmpty() ? 0 : infoLines().size();
+}
+
+bool Console::savePicture()
+{
+    return window.grab().save(picturePath + QStringLiteral(".png"));
 }

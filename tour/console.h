@@ -4,6 +4,12 @@
 
 #include <QDir>
 
+#include <functional>
+#include <vector>
+
+/// What an operator does with a dialog.
+using Answer = std::function<void(QWidget *dialog)>;
+
 /// The real window, handled as an operator does: controls are found by their object names, a
 /// button's being its slot's. A control that does not exist ends the program.
 class Console
@@ -12,6 +18,9 @@ public:
     Console();
 
     void click(const char *button);
+    /// For a button that opens dialogs: each takes its turn as soon as it is there, has its picture
+    /// taken, and must be closed by its answer.
+    void click(const char *button, const std::vector<Answer> &answers);
     void type(const char *field, const QString &text);
     void pointAt(const char *picture, QPoint position);
 
@@ -23,12 +32,19 @@ public:
 
     /// All lines of the information log, of the message log.
     QStringList infoLines() const;
+    /// The lines of the information log that have come since the step began.
+    QStringList newInfoLines() const;
     QStringList watchLines() const;
 
-    bool savePicture(const QString &path);
+    /// Pictures of what follows are saved under this path and ".png", those of dialogs with a
+    /// number before that.
+    void beginStep(const QString &picturePath);
+    bool savePicture();
 
 private:
     template <class Widget> Widget *find(const char *name) const;
 
     MainWindow window;
+    QString picturePath;
+    int linesBefore = 0;
 };

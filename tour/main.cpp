@@ -37,9 +37,10 @@ quint16 freePort()
 
 bool perform(const Step &step, Console *console, const QString &picturePath)
 {
+    console->beginStep(picturePath);
     step.act(*console);
     const bool done = QTest::qWaitFor([&] { return step.succeeded(*console); }, StepTimeout);
-    const bool saved = console->savePicture(picturePath);
+    const bool saved = console->savePicture();
     QTextStream(stdout) << (done && saved ? "ok      " : "FAILED  ") << step.name << '\n';
     return done && saved;
 }
@@ -58,17 +59,37 @@ bool saveLogs(const Console &console, const QString &path)
     return file.commit();
 }
 
-/// Pictures of an earlier tour may be of steps that are gone.
-void removePictures(const QDir &output)
+/// Pictures of an earlier tour may be of steps that are gone, and a file dialog would ask whether
+/// to replace what was saved then.
+void removeLeftovers(const QDir &output)
 {
-    const QStringList pictures = output.entryList({QStringLiteral("*.png")}, QDir::Files);
-    for (const QString &picture : pictures)
-        QFile::remove(output.filePath(picture));
+    const QStringList files =
+        output.entryList({QStringLiteral("[0-9][0-9]-*.png"), QStringLiteral("ir_*.png"),
+                          QStringLiteral("tour-*.bin")},
+                         QDir::Files);
+    for (const QString &file : files)
+        QFile::remove(output.filePath(file));
+}
+
+QDir imageFolder()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/img");
+}
+
+/// The picture that the console saved beside itself belongs to the tour's.
+void takeSavedPictures(const QStringList &before, const QDir &output)
+{
+    const QStringList pictures = imageFolder().entryList(QDir::Files);
+    for (const QString &picture : pictures) {
+        if (!before.contains(picture))
+            QFile::rename(imageFolder().filePath(picture), output.filePath(picture));
+    }
 }
 
 int takeTour(const QDir &output)
 {
-    removePictures(output);
+    const QStringList picturesBefore = imageFolder().entryList(QDir::Files);
+    removeLeftovers(output);
     const TourPorts ports{0, freePort(), freePort()};
     SimulatorProcess simulator;
     if (!simulator.start(ports.messages))
@@ -77,11 +98,12 @@ int takeTour(const QDir &output)
     Console console;
     int failed = 0;
     int number = 0;
-    for (const Step &step : tourSteps({simulator.port(), ports.unused, ports.messages})) {
+    for (const Step &step : tourSteps({simulator.port(), ports.unused, ports.messages}, output)) {
         const QString picture =
-            QStringLiteral("%1-%2.png").arg(++number, 2, 10, QLatin1Char('0')).arg(step.name);
+            QStringLiteral("%1-%2").arg(++number, 2, 10, QLatin1Char('0')).arg(step.name);
         failed += perform(step, &console, output.filePath(picture)) ? 0 : 1;
     }
+    takeSavedPictures(picturesBefore, output);
     if (!saveLogs(console, output.filePath(QStringLiteral("session.log"))))
         ++failed;
     QTextStream(stdout) << number << " steps, " << failed << " failed; pictures and log in "

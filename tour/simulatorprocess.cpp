@@ -22,7 +22,9 @@ bool SimulatorProcess::start(quint16 pushPort)
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/quirel-simulator"),
                   {QStringLiteral("--end-with-input"), QStringLiteral("--port"),
                    QStringLiteral("0"), QStringLiteral("--push-port"), QString::number(pushPort),
-                   QStringLiteral("--push-interval"), QStringLiteral("1")});
+                   QStringLiteral("--push-interval"), QStringLiteral("1"),
+                   QStringLiteral("--enroll-seconds"), QStringLiteral("1"),
+                   QStringLiteral("--reboot-seconds"), QStringLiteral("1")});
     while (!process.canReadLine() && process.waitForReadyRead(StartTimeout)) {
     }
     const QString greeting = QString::fromUtf8(process.readLine()).trimmed();

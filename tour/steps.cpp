@@ -7,12 +7,6 @@ namespace {
 constexpr int FramesToSee = 5;
 constexpr QPoint ReadoutPosition(180, 240);
 
-/// Whether the pattern matches a whole line.
-bool anyMatch(const QStringList &lines, const char *pattern)
-{
-    return lines.indexOf(QRegularExpression(QString::fromUtf8(pattern))) >= 0;
-}
-
 /// Whether the last lines of the log are these.
 bool endsWith(const QStringList &lines, const QStringList &last)
 {
@@ -102,34 +96,7 @@ void addConnectionSteps(std::vector<Step> *steps, const TourPorts &ports)
                       }});
 }
 
-void addUserSteps(std::vector<Step> *steps)
-{
-    steps->push_back(
-        {QStringLiteral("user-list"),
-         [](Console &console) { console.click("getUserListBtnClickAct"); },
-         [](const Console &console) {
-             const QStringList lines = console.infoLines();
-             return anyMatch(lines, "User count：[1-9][0-9]*") &&
-                    anyMatch(lines, "UID:[0-9]+, username: .*[A-Za-z].*, feature count:[0-9]+") &&
-                    anyMatch(lines, "UID:[0-9]+, username: .*\\p{Han}.*, feature count:[0-9]+");
-         }});
-    steps->push_back({QStringLiteral("palm-height"),
-                      [](Console &console) { console.click("getTofDistBtnClickAct"); },
-                      [](const Console &console) {
-                          return console.caption("getTofDistBtnClickAct") ==
-                                     QLatin1String("stop collecting") &&
-                                 anyMatch(console.infoLines().mid(1), "TOF: [0-9]+");
-                      }});
-    steps->push_back({QStringLiteral("palm-height-stopped"),
-                      [](Console &console) { console.click("getTofDistBtnClickAct"); },
-                      [](const Console &console) {
-                          return console.caption("getTofDistBtnClickAct") ==
-                                     QLatin1String("Get Palm Height") &&
-                                 console.isUsable("showMixBtnClickAct");
-                      }});
-}
-
-void addListenerSteps(std::vector<Step> *steps, const TourPorts &ports)
+void addListenerStep(std::vector<Step> *steps, const TourPorts &ports)
 {
     steps->push_back({QStringLiteral("messages"),
                       [ports](Console &console) {
@@ -142,6 +109,10 @@ void addListenerSteps(std::vector<Step> *steps, const TourPorts &ports)
                                  anyMatch(lines, "Recieve connect: \\[127\\.0\\.0\\.1:[0-9]+\\]") &&
                                  anyMatch(lines, "Data In:.*simulated.*");
                       }});
+}
+
+void addDisconnectStep(std::vector<Step> *steps)
+{
     steps->push_back({QStringLiteral("disconnect"),
                       [](Console &console) { console.click("closeBtnClickAct"); },
                       [](const Console &console) {
@@ -156,15 +127,36 @@ void addListenerSteps(std::vector<Step> *steps, const TourPorts &ports)
 
 } // namespace
 
-std::vector<Step> tourSteps(const TourPorts &ports)
+bool anyMatch(const QStringList &lines, const char *pattern)
+{
+    return lines.indexOf(QRegularExpression(QString::fromUtf8(pattern))) >= 0;
+}
+
+Step clickStep(const char *name, const char *button, const char *pattern)
+{
+    return dialogStep(name, button, {}, pattern);
+}
+
+Step dialogStep(const char *name, const char *button, const std::vector<Answer> &answers,
+                const char *pattern)
+{
+    return {
+        QString::fromLatin1(name),
+        [button, answers](Console &console) { console.click(button, answers); },
+        [pattern](const Console &console) { return anyMatch(console.newInfoLines(), pattern); }};
+}
+
+std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder)
 {
     std::vector<Step> steps;
     addConnectionSteps(&steps, ports);
-    addUserSteps(&steps);
+    addListenerStep(&steps, ports);
     addPreviewSteps(&steps, QStringLiteral("palmprint"), "showRgbBtnClickAct", {"rgbImgLabel"});
     addPreviewSteps(&steps, QStringLiteral("palm-vein"), "showIrBtnClickAct", {"irImgLabel"});
     addPreviewSteps(&steps, QStringLiteral("joint"), "showMixBtnClickAct",
                     {"irImgLabel", "rgbImgLabel"});
-    addListenerSteps(&steps, ports);
+    for (const auto &family : {userSteps(folder), settingsSteps(folder)})
+        steps.insert(steps.end(), family.begin(), family.end());
+    addDisconnectStep(&steps);
     return steps;
 }

@@ -14,6 +14,14 @@ struct Step
     std::function<bool(const Console &)> succeeded;
 };
 
+/// Steps whose success is a line in the information log that matches the pattern as a whole.
+Step clickStep(const char *name, const char *button, const char *pattern);
+Step dialogStep(const char *name, const char *button, const std::vector<Answer> &answers,
+                const char *pattern);
+
+/// Whether the pattern matches a whole line.
+bool anyMatch(const QStringList &lines, const char *pattern);
+
 struct TourPorts
 {
     quint16 terminal; ///< where the simulated terminal listens
@@ -21,4 +29,9 @@ struct TourPorts
     quint16 messages; ///< where the simulated terminal pushes its messages
 };
 
-std::vector<Step> tourSteps(const TourPorts &ports);
+/// The buttons of "User Operation"; files that a step needs are made in the folder.
+std::vector<Step> userSteps(const QDir &folder);
+/// Those of "Settings", and the ones that save pictures.
+std::vector<Step> settingsSteps(const QDir &folder);
+
+std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder);

@@ -1,0 +1,132 @@
+#include "tour/answers.h"
+#include "tour/steps.h"
+
+#include "link/wholefile.h"
+#include "link/wire.h"
+
+namespace {
+
+constexpr int NewUserId = 7; // the lowest that the simulated terminal has free
+
+Answer addUser()
+{
+    return [](QWidget *dialog) {
+        answers::click(dialog, "getEmptyUIDBtnClickAct");
+        answers::type(dialog, "userNameEdit", QStringLiteral("Grace Lee"));
+        answers::type(dialog, "cardEdit", QStringLiteral("12345678"));
+        answers::type(dialog, "departmentEdit", QStringLiteral("Laboratory"));
+        answers::click(dialog, "createBtnClickAct");
+    };
+}
+
+/// Enrolls, waits for the terminal's message that it is done, fetches what it brought.
+Answer enrollRemotely(Console *console)
+{
+    return [console](QWidget *dialog) {
+        answers::click(dialog, "startBtnClickAct");
+        answers::waitFor(
+            [console] { return anyMatch(console->watchLines(), ".*user 255 enrolled.*"); });
+        answers::click(dialog, "readBtnClickAct");
+        dialog->close();
+    };
+}
+
+Step enrollStep(const char *name, int times)
+{
+    return {QString::fromLatin1(name),
+            [](Console &console) {
+                console.type("idSpinBox", QString::number(NewUserId));
+                console.click("enrollBtnClickAct");
+            },
+            [times](const Console &console) {
+                return console.caption("showIrBtnClickAct") == QLatin1String("stop collecting") &&
+                       anyMatch(console.newInfoLines(), "The input instruction has been sent .*") &&
+                       console.watchLines().filter(QStringLiteral("user 7 enrolled")).size() ==
+                           times;
+            }};
+}
+
+Step enrollStoppedStep()
+{
+    return {QStringLiteral("enroll-watched"),
+            [](Console &console) { console.click("showIrBtnClickAct"); },
+            [](const Console &console) {
+                return console.caption("showIrBtnClickAct") == QLatin1String("Palm Vein Preview") &&
+                       console.isUsable("showMixBtnClickAct");
+            }};
+}
+
+Step userListStep()
+{
+    return {QStringLiteral("user-list"),
+            [](Console &console) { console.click("getUserListBtnClickAct"); },
+            [](const Console &console) {
+                const QStringList lines = console.newInfoLines();
+                return anyMatch(lines, "User count：9") &&
+                       anyMatch(lines, "UID:7, username: Grace Lee, feature count:12") &&
+                       anyMatch(lines, "UID:[0-9]+, username: .*\\p{Han}.*, feature count:[0-9]+");
+            }};
+}
+
+Step palmHeightStoppedStep()
+{
+    return {QStringLiteral("palm-height-stopped"),
+            [](Console &console) { console.click("getTofDistBtnClickAct"); },
+            [](const Console &console) {
+                return console.caption("getTofDistBtnClickAct") ==
+                           QLatin1String("Get Palm Height") &&
+                       console.isUsable("showMixBtnClickAct");
+            }};
+}
+
+Step importStep(const QString &featureFile)
+{
+    return {QStringLiteral("import-features"),
+            [featureFile](Console &console) {
+                writeWholeFile(featureFile, QByteArray(static_cast<int>(wire::FeatureSize), 'f'));
+                console.click("importFeatureBtnClickAct", {answers::file(featureFile)});
+            },
+            [](const Console &console) {
+                return anyMatch(console.newInfoLines(), "Feature file importing succeeded\\.");
+            }};
+}
+
+Step remoteEnrollStep()
+{
+    return {QStringLiteral("remote-enroll"),
+            [](Console &console) {
+                console.click("remoteEnrollBtnClickAct", {enrollRemotely(&console)});
+            },
+            [](const Console &console) {
+                return anyMatch(console.newInfoLines(), "read the 5th image") &&
+                       anyMatch(console.newInfoLines(), "Features saved：.*/remote_feat\\.bin");
+            }};
+}
+
+} // namespace
+
+std::vector<Step> userSteps(const QDir &folder)
+{
+    return {
+        dialogStep("add-user", "addUserBtnClickAct", {addUser()}, "User created\\."),
+        enrollStep("enroll", 1),
+        enrollStep("enroll-again", 2),
+        enrollStoppedStep(),
+        userListStep(),
+        clickStep("palm-height", "getTofDistBtnClickAct", "TOF: [0-9]+"),
+        palmHeightStoppedStep(),
+        clickStep("verify-palm", "recgBtnClickAct", "The device has entered recognition mode\\."),
+        clickStep("empty-mode", "idealBtnClickAct", "Instruction sending succeeded\\."),
+        {QStringLiteral("remove-nobody"),
+         [](Console &console) { console.click("delUserBtnClickAct", {answers::cancel()}); },
+         [](const Console &console) { return console.newInfoLines().isEmpty(); }},
+        dialogStep("remove-features", "clearUserFeatBtnClickAct", {answers::number(NewUserId)},
+                   "User features deleted successfully:7"),
+        importStep(folder.filePath(QStringLiteral("tour-features.bin"))),
+        remoteEnrollStep(),
+        dialogStep("remove-user", "delUserBtnClickAct", {answers::number(NewUserId)},
+                   "User deleted successfully:7"),
+        clickStep("export-users", "exportUserInfoBtnClickAct", "Not supported for now\\."),
+        clickStep("clear-users", "clearUserBtnClickAct", "User cleared\\."),
+    };
+}
