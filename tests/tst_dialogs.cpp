@@ -1,0 +1,401 @@
+#include "app/appearance.h"
+#include "boxuser.h"
+#include "dialogs/adduserdlg.h"
+#include "dialogs/remoteenrolldlg.h"
+#include "dialogs/setsysinfodlg.h"
+#include "linkrig.h"
+#include "windowrig.h"
+
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QtTest>
+
+#include <memory>
+
+class TestDialogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { prepareAppearance(); }
+    void cleanup() { remote().removeRecursively(); }
+    void showsAllOfItsTexts_data();
+    void showsAllOfItsTexts();
+    void addsAUser_data();
+    void addsAUser();
+    void getsAnEmptyId_data();
+    void getsAnEmptyId();
+    void limitsWhatIsTyped();
+    void loadsARemoteEnrollment_data();
+    void loadsARemoteEnrollment();
+    void setsTheSerialNumber_data();
+    void setsTheSerialNumber();
+    void keepsATypedSerialNumber();
+    void makesASerialNumber();
+    void offersNoUpgradeYet();
+
+private:
+    static QDir remote() { return QCoreApplication::applicationDirPath() + "/remote"; }
+};
+
+namespace {
+
+const QByteArray Ok = hex("EAC5 000001 00");
+
+/// A dialog on a connected client.
+template <class Dialog> struct DialogRig : Link
+{
+    DialogRig() { dialog.show(); }
+
+    template <class Widget> Widget *find(const char *name) const
+    {
+        return dialog.template findChild<Widget *>(QString::fromLatin1(name));
+    }
+    void click(const char *button) const { find<QPushButton>(button)->click(); }
+    QStringList lines() const { return log.toPlainText().split('\n', Qt::SkipEmptyParts); }
+
+    Dialog dialog{&client, &log, nullptr};
+};
+
+std::unique_ptr<QWidget> make(const QByteArray &window, Link *link)
+{
+    if (window == "add-user")
+        return std::make_unique<AddUserDlg>(&link->client, &link->log, nullptr);
+    if (window == "remote-enroll")
+        return std::make_unique<RemoteEnrollDlg>(&link->client, &link->log, nullptr);
+    if (window == "system-settings")
+        return std::make_unique<setSysInfoDlg>(&link->client, &link->log, nullptr);
+    return std::make_unique<MainWindow>();
+}
+
+/// One of a pair's two frames; no two rows and no two frames are alike.
+QByteArray frame(int index, int camera)
+{
+    QByteArray bytes;
+    for (int row = 0; row < 720; ++row)
+        bytes += QByteArray(536, static_cast<char>(row)) + QByteArray(1, static_cast<char>(index)) +
+                 QByteArray(2, static_cast<char>(camera)) +
+                 QByteArray(1, static_cast<char>(row / 256));
+    return bytes;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
+}
+
+} // namespace
+
+void TestDialogs::showsAllOfItsTexts_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("main-window") << "Quirel" << QSize();
+    QTest::newRow("add-user") << "Add User" << QSize(300, 185);
+    QTest::newRow("remote-enroll") << "Remote Features Enroll" << QSize(300, 100);
+    QTest::newRow("system-settings") << "System Settings" << QSize(440, 100);
+}
+
+// Nothing is clipped, and nothing lies over something else.
+void TestDialogs::showsAllOfItsTexts()
+{
+    QFETCH(QSize, size);
+    Link link;
+    const auto window = make(QTest::currentDataTag(), &link);
+    window->show();
+    QTEST(window->windowTitle(), "title");
+    QCOMPARE(window->minimumSize(), window->maximumSize());
+    if (size.isValid())
+        QCOMPARE(window->size(), size);
+
+    int texts = 0;
+    const auto check = [&](const QWidget *widget, const QString &text) {
+        const QFontMetrics metrics(widget->font());
+        QSize needed(metrics.horizontalAdvance(text.trimmed()), metrics.height());
+        if (widget->property("wordWrap").toBool())
+            needed = metrics.boundingRect(widget->rect(), Qt::TextWordWrap, text).size();
+        texts += text.isEmpty() ? 0 : 1;
+        QVERIFY2(needed.width() <= widget->width() && needed.height() <= widget->height(),
+                 qPrintable(text));
+    };
+    for (const QLabel *label : window->findChildren<QLabel *>())
+        check(label, label->text());
+    for (const QPushButton *button : window->findChildren<QPushButton *>())
+        check(button, button->text());
+    QVERIFY(texts >= 2);
+    for (const QWidget *widget : window->findChildren<QWidget *>()) {
+        const auto siblings =
+            widget->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        const bool arranged = widget->layout();
+        for (int i = 0; arranged && i < siblings.size(); ++i) {
+            if (!siblings[i]->isVisible())
+                continue;
+            QVERIFY2(widget->rect().contains(siblings[i]->geometry()),
+                     qPrintable(siblings[i]->objectName()));
+            for (int k = 0; k < i; ++k)
+                QVERIFY2(!siblings[i]->geometry().intersects(siblings[k]->geometry()),
+                         qPrintable(siblings[i]->objectName() + ' ' + siblings[k]->objectName()));
+        }
+    }
+}
+
+void TestDialogs::addsAUser_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("card");
+    QTest::addColumn<QString>("department");
+    QTest::addColumn<QByteArray>("record"); ///< empty: nothing is sent
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QStringList>("lines");
+
+    const QString thirty(10, QChar(0x5F20)); // UTF-8 bytes
+    const QString thirtyTwo(16, QChar(0xE9));
+    const QString thirtyThree(11, QChar(0x5F20));
+    const auto field = [](const QString &text) { return text.toUtf8().leftJustified(32, '\0'); };
+    const auto row = [&](const char *tag, const QString &name, const QString &card,
+                         const char *cardBytes, const QString &department, const QByteArray &answer,
+                         const QStringList &lines) {
+        QByteArray record = hex("00010000") + hex(cardBytes) + field(name) + field(department);
+        QTest::newRow(tag) << name << card << department
+                           << (answer.isEmpty() ? QByteArray() : record) << answer << lines;
+    };
+    const QStringList created{"User created."};
+    row("all", "Ann Lee", "168496141", "0A0B0C0D", "Lab", Ok, created);
+    row("name-only", "a", "", "00000000", "", Ok, created);
+    row("greatest-card", "a", "4294967295", "FFFFFFFF", "", Ok, created);
+    row("card-out-of-range", "a", "4294967296", "00000000", "", Ok, created);
+    row("30-bytes", thirty, "", "00000000", thirty, Ok, created);
+    row("32-bytes", thirtyTwo, "", "00000000", thirtyTwo, Ok, created);
+    row("name-of-33-bytes", thirtyThree, "", "", "", {}, {"The username is too long."});
+    row("department-of-33-bytes", "a", "", "", thirtyThree, {},
+        {"The department name is too long."});
+    row("both-of-33-bytes", thirtyThree, "", "", thirtyThree, {}, {"The username is too long."});
+    row("no-name", "", "1", "", thirtyThree, {}, {"Username can't be empty."});
+    row("refused", "a", "7", "00000007", "b", hex("EAC5 000001 14"),
+        {"User ID exists.", "User creating failed."});
+}
+
+void TestDialogs::addsAUser()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, card);
+    QFETCH(QString, department);
+    QFETCH(QByteArray, record);
+    QFETCH(QByteArray, answer);
+    QFETCH(QStringList, lines);
+
+    DialogRig<AddUserDlg> rig;
+    rig.find<QSpinBox>("userIdSpinBox")->setValue(65536);
+    rig.find<QLineEdit>("userNameEdit")->setText(name);
+    rig.find<QLineEdit>("cardEdit")->setText(card);
+    rig.find<QLineEdit>("departmentEdit")->setText(department);
+    if (!record.isEmpty())
+        rig.peer.expect({hex("EAC5 000049 30") + record, {answer}});
+    rig.click("createBtnClickAct");
+    QCOMPARE(rig.lines(), lines);
+    QCOMPARE(rig.dialog.isVisible(), lines != QStringList("User created."));
+    QCOMPARE(rig.find<QLineEdit>("userNameEdit")->text(), name);
+
+    rig.dialog.show();
+    rig.click("cancelBtnClickAct");
+    QVERIFY(!rig.dialog.isVisible());
+}
+
+void TestDialogs::getsAnEmptyId_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QStringList>("lines");
+    const QStringList got{"Empty user ID getting succeeded."};
+    QTest::newRow("free") << hex("EAC5 000005 00 00000102") << 258 << got;
+    QTest::newRow("last") << hex("EAC5 000005 00 00010000") << 65536 << got;
+    QTest::newRow("beyond-the-last") << hex("EAC5 000005 00 00010001") << 65536 << got;
+    QTest::newRow("greatest") << hex("EAC5 000005 00 FFFFFFFF") << 65536 << got;
+    QTest::newRow("zero") << hex("EAC5 000005 00 00000000") << 1 << got;
+    QTest::newRow("full") << hex("EAC5 000001 16") << 9
+                          << QStringList{"The user database is full."};
+}
+
+void TestDialogs::getsAnEmptyId()
+{
+    QFETCH(QByteArray, answer);
+    DialogRig<AddUserDlg> rig;
+    QCOMPARE(rig.find<QSpinBox>("userIdSpinBox")->value(), 1);
+    rig.find<QSpinBox>("userIdSpinBox")->setValue(9);
+    rig.peer.expect({hex("EAC5 000001 33"), {answer}});
+    rig.click("getEmptyUIDBtnClickAct");
+    QTEST(rig.lines(), "lines");
+    QTEST(rig.find<QSpinBox>("userIdSpinBox")->value(), "value");
+}
+
+void TestDialogs::limitsWhatIsTyped()
+{
+    const DialogRig<AddUserDlg> user;
+    const DialogRig<setSysInfoDlg> settings;
+    const auto typed = [](QLineEdit *edit, const QString &text) {
+        QTest::keyClicks(edit, text);
+        return edit->text();
+    };
+    QCOMPARE(user.find<QSpinBox>("userIdSpinBox")->minimum(), 1);
+    QCOMPARE(user.find<QSpinBox>("userIdSpinBox")->maximum(), 65536);
+    QCOMPARE(typed(user.find<QLineEdit>("cardEdit"), "1a-2 345678901"), QString("1234567890"));
+    QCOMPARE(typed(user.find<QLineEdit>("userNameEdit"), QString(40, 'n')), QString(31, 'n'));
+    QCOMPARE(typed(user.find<QLineEdit>("departmentEdit"), QString(40, 'd')), QString(31, 'd'));
+    QCOMPARE(typed(settings.find<QLineEdit>("serialEdit"), "KV-24_03 abcDEF789xyz"),
+             QString("KV2403abcDEF789"));
+}
+
+void TestDialogs::loadsARemoteEnrollment_data()
+{
+    QTest::addColumn<int>("refused");      ///< index of an image; 5: the features; -1: none
+    QTest::addColumn<QString>("obstacle"); ///< in remote/; a dot: remote/ itself is missing
+    QTest::addColumn<int>("requests");
+    QTest::addColumn<QStringList>("lines");
+
+    const QString folder = remote().path();
+    QStringList whole;
+    for (const char number : {'1', '2', '3', '4', '5'})
+        whole << QString("read the %1th image").arg(number)
+              << QString("Firmware saved：%1/remote_img%2.raw").arg(folder).arg(number);
+    whole << "Features loaded."
+          << "Features saved：" + folder + "/remote_feat.bin";
+    QTest::newRow("all") << -1 << "" << 6 << whole;
+    QTest::newRow("image-refused")
+        << 1 << "" << 6 << whole.mid(0, 2) + QStringList("Wrong parameter.") + whole.mid(4);
+    QTest::newRow("features-refused")
+        << 5 << "" << 6 << whole.mid(0, 10) + QStringList("Wrong parameter.");
+    QTest::newRow("no-folder") << -1 << "." << 1
+                               << QStringList{"read the 1th image", "Fail to save the image."};
+    QTest::newRow("image-not-writable")
+        << -1 << "remote_img2.raw" << 2 << whole.mid(0, 3) + QStringList("Fail to save the image.");
+    QTest::newRow("features-not-writable")
+        << -1 << "remote_feat.bin" << 6
+        << whole.mid(0, 11) + QStringList("Fail to save the features.");
+}
+
+void TestDialogs::loadsARemoteEnrollment()
+{
+    QFETCH(int, refused);
+    QFETCH(QString, obstacle);
+    QFETCH(int, requests);
+    QFETCH(QStringList, lines);
+
+    if (obstacle != ".")
+        QVERIFY(QDir().mkpath(remote().filePath(obstacle)));
+    const QByteArray features(10240, 'f');
+    DialogRig<RemoteEnrollDlg> rig;
+    for (int i = 0; i < requests; ++i) {
+        const QByteArray request =
+            i < 5 ? hex("EAC5 000006 27 000000FF") + char(i) : hex("EAC5 000005 28 000000FF");
+        const QByteArray data = i < 5 ? frame(i, 1) + frame(i, 2) : features;
+        const QByteArray answer = head(data.size() + 1) + '\0' + data;
+        rig.peer.expect({request, {i == refused ? hex("EAC5 000001 02") : answer}});
+    }
+    rig.click("readBtnClickAct");
+    QCOMPARE(rig.lines(), lines);
+
+    int files = 0;
+    for (int i = 0; i < 5; ++i) {
+        const QString path = remote().filePath(QString("remote_img%1.raw").arg(i + 1));
+        if (!lines.contains("Firmware saved：" + path))
+            continue;
+        ++files;
+        const QByteArray content = contentOf(path);
+        QCOMPARE(content.size(), 777600);
+        const QByteArray left = frame(i, 1);
+        const QByteArray right = frame(i, 2);
+        for (int row = 0; row < 720; ++row) {
+            QVERIFY(content.mid(1080 * row, 540) == left.mid(540 * row, 540));
+            QVERIFY(content.mid(1080 * row + 540, 540) == right.mid(540 * row, 540));
+        }
+    }
+    if (lines.last().startsWith("Features saved")) {
+        ++files;
+        QVERIFY(contentOf(remote().filePath("remote_feat.bin")) == features);
+    }
+    QCOMPARE(remote().entryList(QDir::Files).size(), files);
+}
+
+void TestDialogs::setsTheSerialNumber_data()
+{
+    QTest::addColumn<QString>("serial");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("15-characters")
+        << "KV2403abcDEF789" << Ok << QStringList{"Serial number set succeded."};
+    QTest::newRow("refused") << "KV2403abcDEF789" << hex("EAC5 000001 09")
+                             << QStringList{"Unknown error:9"};
+    QTest::newRow("14-characters")
+        << "KV2403abcDEF78" << QByteArray() << QStringList{"Wrong format of serial number."};
+    QTest::newRow("empty") << "" << QByteArray() << QStringList{"Wrong format of serial number."};
+}
+
+void TestDialogs::setsTheSerialNumber()
+{
+    QFETCH(QString, serial);
+    QFETCH(QByteArray, answer);
+    DialogRig<setSysInfoDlg> rig;
+    if (!answer.isEmpty())
+        rig.peer.expect({hex("EAC5 000011 50 4B563234303361626344454637383900"), {answer}});
+    rig.find<QLineEdit>("serialEdit")->setText(serial);
+    rig.click("setSerialBtnClickAct");
+    QTEST(rig.lines(), "lines");
+}
+
+// The peer expects no request either.
+void TestDialogs::keepsATypedSerialNumber()
+{
+    const DialogRig<setSysInfoDlg> rig;
+    auto *edit = rig.find<QLineEdit>("serialEdit");
+    QTest::keyClicks(edit, "KV2601SIM000001");
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(edit->text(), QString("KV2601SIM000001"));
+}
+
+void TestDialogs::makesASerialNumber()
+{
+    const DialogRig<setSysInfoDlg> rig;
+    const auto *edit = rig.find<QLineEdit>("serialEdit");
+    QSet<QString> made;
+    const auto another = [&] {
+        const QString before = QDate::currentDate().toString("yyMM");
+        rig.click("randomSerialBtnClickAct");
+        const QString after = QDate::currentDate().toString("yyMM");
+        const QRegularExpression form("^KV(" + before + '|' + after + ")[0-9A-Za-z]{9}$");
+        if (!form.match(edit->text()).hasMatch())
+            qFatal("made %s", qPrintable(edit->text()));
+        made.insert(edit->text());
+        return made.size() > 5;
+    };
+    QTRY_VERIFY(another()); // the time of day seeds them
+    QCOMPARE(rig.lines(), QStringList());
+}
+
+void TestDialogs::offersNoUpgradeYet()
+{
+    const DialogRig<setSysInfoDlg> rig;
+    const auto *path = rig.find<QLineEdit>("firmwareEdit");
+    QVERIFY(path->isReadOnly());
+    const QString file = QCoreApplication::applicationFilePath();
+    BoxUser user([&](QWidget *box) {
+        const auto *files = qobject_cast<QFileDialog *>(box);
+        QVERIFY(files);
+        QCOMPARE(files->windowTitle(), QString("select fw"));
+        QCOMPARE(files->directory().path(), QCoreApplication::applicationDirPath());
+        BoxUser::choose(file)(box);
+    });
+    rig.click("selectOtaFileBtnClickAct");
+    QCOMPARE(path->text(), file);
+    user.then([](QWidget *box) { box->close(); });
+    rig.click("selectOtaFileBtnClickAct");
+    QCOMPARE(path->text(), file);
+    rig.click("otaBtnClickAct");
+    QCOMPARE(rig.lines(), QStringList("Not supported for now."));
+}
+
+QTEST_MAIN(TestDialogs)
+#include "tst_dialogs.moc"
