@@ -6,8 +6,8 @@
 #include "link/cmdclient.h"
 #include "link/textlog.h"
 #include "widgets/controls.h"
+#include "widgets/elidingcombobox.h"
 
-#include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QCoreApplication>
@@ -78,13 +78,12 @@ QLayout *MainWindow::createUserRow()
     handTypeCombo->addItem(tr("Right Hand"), QStringLiteral("right"));
     handTypeCombo->addItem(tr("Left Hand"), QStringLiteral("left"));
 
-    modeCombo = controls::sized(new QComboBox, ModeSize);
+    modeCombo = controls::sized<QComboBox>(new ElidingComboBox, ModeSize);
     modeCombo->setObjectName(QStringLiteral("modeCombo"));
     modeCombo->addItem(tr("Empty"), QStringLiteral("Ideal"));
     modeCombo->addItem(tr("Enroll"), QStringLiteral("Enroll"));
     modeCombo->addItem(tr("Local Recognition"), QStringLiteral("LocalRecognition"));
     modeCombo->addItem(tr("Remote Recognition"), QStringLiteral("RemoteRecognition"));
-    modeCombo->view()->setMinimumWidth(modeCombo->view()->sizeHintForColumn(0));
 
     auto *row = new QHBoxLayout;
     row->addWidget(controls::label(QStringLiteral("ID: "), LabelSize, idSpinBox));
