@@ -106,10 +106,10 @@ QGridLayout *MainWindow::createButtonGrid(std::initializer_list<GridButton> butt
 {
     auto *grid = new QGridLayout;
     int cell = 0;
-    for (const GridButton &spec : buttons) {
-        QPushButton *button = controls::button(tr(spec.text), buttonSize, this, spec.slot);
-        if (spec.member)
-            this->*spec.member = button;
+    for (const GridButton &row : buttons) {
+        QPushButton *button = controls::button(tr(row.text), buttonSize, this, row.slot);
+        if (row.member)
+            this->*row.member = button;
         grid->addWidget(button, cell / columns, cell % columns);
         ++cell;
     }

@@ -29,9 +29,6 @@ constexpr QSize ModeSize(80, 22);
 constexpr QSize ButtonSize(100, 28);
 constexpr int ButtonColumns = 4;
 
-constexpr int MinUserId = 1;
-constexpr int MaxUserId = 65536;
-
 constexpr size_t UserListCapacity = 819200;
 constexpr uint8_t FeatureKind = 0; // the terminal knows no other
 

@@ -20,8 +20,6 @@ constexpr QSize FieldSize(100, 25);
 constexpr QSize EmptyIdSize(80, 27);
 constexpr QSize ButtonSize(80, 28);
 
-constexpr int MinUserId = 1;
-constexpr int MaxUserId = 65536;
 constexpr int MaxTextLength = 31;
 constexpr int MaxCardDigits = 10;
 

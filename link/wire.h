@@ -44,6 +44,10 @@ struct QrEntry
     quint8 endTime[7];
 };
 
+/// The user IDs that an operator can give.
+constexpr int MinUserId = 1;
+constexpr int MaxUserId = 65536;
+
 /// The packet format shared by console and terminal. Offsets count from a packet's first byte;
 /// integers are unsigned and big-endian.
 namespace wire {

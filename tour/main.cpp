@@ -3,13 +3,13 @@
 /// As `tour --probe` it only finds out whether there is a display, and fails if there is none.
 
 #include "app/appearance.h"
+#include "link/wholefile.h"
 #include "tour/simulatorprocess.h"
 #include "tour/steps.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QNetworkProxy>
-#include <QSaveFile>
 #include <QTcpServer>
 #include <QTextStream>
 #include <QtTest>
@@ -47,16 +47,10 @@ bool perform(const Step &step, Console *console, const QString &picturePath)
 
 bool saveLogs(const Console &console, const QString &path)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    QTextStream text(&file);
-    text.setCodec("UTF-8");
-    text << "== Information\n"
-         << console.infoLines().join(QLatin1Char('\n')) << "\n== Messages\n"
-         << console.watchLines().join(QLatin1Char('\n')) << '\n';
-    text.flush();
-    return file.commit();
+    const QString text = QStringLiteral("== Information\n%1\n== Messages\n%2\n")
+                             .arg(console.infoLines().join(QLatin1Char('\n')),
+                                  console.watchLines().join(QLatin1Char('\n')));
+    return writeWholeFile(path, text.toUtf8());
 }
 
 /// Pictures of an earlier tour may be of steps that are gone, and a file dialog would ask whether
@@ -77,13 +71,15 @@ QDir imageFolder()
 }
 
 /// The picture that the console saved beside itself belongs to the tour's.
-void takeSavedPictures(const QStringList &before, const QDir &output)
+bool takeSavedPictures(const QStringList &before, const QDir &output)
 {
+    bool taken = false;
     const QStringList pictures = imageFolder().entryList(QDir::Files);
     for (const QString &picture : pictures) {
         if (!before.contains(picture))
-            QFile::rename(imageFolder().filePath(picture), output.filePath(picture));
+            taken = QFile::rename(imageFolder().filePath(picture), output.filePath(picture));
     }
+    return taken;
 }
 
 int takeTour(const QDir &output)
@@ -103,7 +99,8 @@ int takeTour(const QDir &output)
             QStringLiteral("%1-%2").arg(++number, 2, 10, QLatin1Char('0')).arg(step.name);
         failed += perform(step, &console, output.filePath(picture)) ? 0 : 1;
     }
-    takeSavedPictures(picturesBefore, output);
+    if (!takeSavedPictures(picturesBefore, output))
+        ++failed;
     if (!saveLogs(console, output.filePath(QStringLiteral("session.log"))))
         ++failed;
     QTextStream(stdout) << number << " steps, " << failed << " failed; pictures and log in "
