@@ -1,7 +1,6 @@
 #include "dialogs/adduserdlg.h"
 
 #include "link/cmdclient.h"
-#include "link/textlog.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
@@ -47,9 +46,7 @@ template <size_t Width> bool fillField(char (&field)[Width], const QString &text
 } // namespace
 
 AddUserDlg::AddUserDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
-    : QDialog(parent),
-      client(cmdClient),
-      infoText(log)
+    : DeviceDialog(cmdClient, log, parent)
 {
     setWindowTitle(tr("Add User"));
     setFixedSize(DialogSize);
@@ -140,9 +137,4 @@ bool AddUserDlg::fill(UserRecord *user)
 void AddUserDlg::cancelBtnClickAct()
 {
     close();
-}
-
-void AddUserDlg::log(const QString &line)
-{
-    textlog::append(infoText, line);
 }

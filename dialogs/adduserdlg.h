@@ -1,17 +1,14 @@
 #pragma once
 
 #include "link/wire.h"
+#include "widgets/devicedialog.h"
 
-#include <QDialog>
-
-class CmdClient;
 class QGridLayout;
 class QLineEdit;
 class QSpinBox;
-class QTextEdit;
 
-/// Registers a user on the terminal. Client and log are borrowed and outlive the dialog.
-class AddUserDlg : public QDialog
+/// Registers a user on the terminal.
+class AddUserDlg : public DeviceDialog
 {
     Q_OBJECT
 
@@ -26,12 +23,9 @@ private slots:
 private:
     QGridLayout *createGrid();
     QLayout *createButtonRow();
-    void log(const QString &line);
     /// False, with a line in the log, when the name is missing or a text does not fit its field.
     bool fill(UserRecord *user);
 
-    CmdClient *client;
-    QTextEdit *infoText;
     QSpinBox *userIdSpinBox;
     QLineEdit *userNameEdit;
     QLineEdit *cardEdit;

@@ -2,7 +2,6 @@
 
 #include "link/cmdclient.h"
 #include "link/frames.h"
-#include "link/textlog.h"
 #include "link/wholefile.h"
 #include "widgets/controls.h"
 
@@ -20,9 +19,7 @@ constexpr int ImageCount = 5;
 } // namespace
 
 RemoteEnrollDlg::RemoteEnrollDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
-    : QDialog(parent),
-      client(cmdClient),
-      infoText(log),
+    : DeviceDialog(cmdClient, log, parent),
       userId(EnrollmentUserId)
 {
     setWindowTitle(tr("Remote Features Enroll"));
@@ -83,9 +80,4 @@ void RemoteEnrollDlg::readFeatures(std::vector<uint8_t> *buffer)
     const QByteArray features(reinterpret_cast<const char *>(buffer->data()), wire::FeatureSize);
     log(writeWholeFile(path, features) ? tr("Features saved：%1").arg(path)
                                        : tr("Fail to save the features."));
-}
-
-void RemoteEnrollDlg::log(const QString &line)
-{
-    textlog::append(infoText, line);
 }

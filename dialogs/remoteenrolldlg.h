@@ -1,15 +1,12 @@
 #pragma once
 
-#include <QDialog>
+#include "widgets/devicedialog.h"
 
 #include <vector>
 
-class CmdClient;
-class QTextEdit;
-
 /// Runs a remote enrollment and keeps what it brought as files in remote/ beside the program, a
-/// folder that must exist. Client and log are borrowed and outlive the dialog.
-class RemoteEnrollDlg : public QDialog
+/// folder that must exist.
+class RemoteEnrollDlg : public DeviceDialog
 {
     Q_OBJECT
 
@@ -21,12 +18,9 @@ private slots:
     void readBtnClickAct();
 
 private:
-    void log(const QString &line);
     /// False when an image could not be written; one that the terminal refuses is passed over.
     bool readImage(int index, std::vector<uint8_t> *pair);
     void readFeatures(std::vector<uint8_t> *buffer);
 
-    CmdClient *client;
-    QTextEdit *infoText;
     quint32 userId;
 };

@@ -1,7 +1,6 @@
 #include "dialogs/setsysinfodlg.h"
 
 #include "link/cmdclient.h"
-#include "link/textlog.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
@@ -38,9 +37,7 @@ QLatin1Char randomCharacter()
 } // namespace
 
 setSysInfoDlg::setSysInfoDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
-    : QDialog(parent),
-      client(cmdClient),
-      infoText(log)
+    : DeviceDialog(cmdClient, log, parent)
 {
     setWindowTitle(tr("System Settings"));
     setFixedSize(DialogSize);
@@ -120,9 +117,4 @@ void setSysInfoDlg::selectOtaFileBtnClickAct()
 void setSysInfoDlg::otaBtnClickAct()
 {
     log(tr("Not supported for now."));
-}
-
-void setSysInfoDlg::log(const QString &line)
-{
-    textlog::append(infoText, line);
 }

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QDialog>
+#include "widgets/devicedialog.h"
 
-class CmdClient;
 class QLineEdit;
-class QTextEdit;
 
-/// Gives the terminal its serial number. Client and log are borrowed and outlive the dialog.
-class setSysInfoDlg : public QDialog
+/// Gives the terminal its serial number.
+class setSysInfoDlg : public DeviceDialog
 {
     Q_OBJECT
 
@@ -23,10 +21,7 @@ private slots:
 private:
     QLayout *createSerialRow();
     QLayout *createFirmwareRow();
-    void log(const QString &line);
 
-    CmdClient *client;
-    QTextEdit *infoText;
     QLineEdit *serialEdit;
     QLineEdit *firmwareEdit;
 };
