@@ -1,6 +1,7 @@
 #include "config/json.h"
 
 #include <json/reader.h>
+#include <json/writer.h>
 
 #include <exception>
 
@@ -23,6 +24,13 @@ bool json::parse(const char *text, size_t length, Json::Value *root)
     }
     *root = Json::Value();
     return false;
+}
+
+QByteArray json::written(const Json::Value &root)
+{
+    Json::StreamWriterBuilder writer;
+    writer["emitUTF8"] = true;
+    return QByteArray::fromStdString(Json::writeString(writer, root));
 }
 
 std::optional<QString> json::text(const Json::Value &object, const char *key)

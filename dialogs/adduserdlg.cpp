@@ -30,12 +30,10 @@ QLineEdit *createEdit(const char *name, int maxLength)
     return edit;
 }
 
-/// Copies a text into a field of fixed width, zeros behind it; false when it is too long.
-template <size_t Width> bool fillField(char (&field)[Width], const QString &text)
+/// Copies an edit's text into a field of fixed width, zeros behind it; false when it is too long.
+template <size_t Width> bool fillField(char (&field)[Width], const QLineEdit *edit)
 {
-    // The edit's limit may have cut a character of two units.
-    const bool cut = !text.isEmpty() && text.back().isHighSurrogate();
-    const QByteArray bytes = text.left(text.size() - (cut ? 1 : 0)).toUtf8();
+    const QByteArray bytes = controls::wholeText(edit).toUtf8();
     if (bytes.size() > static_cast<int>(Width))
         return false;
     std::memset(field, 0, Width);
@@ -123,11 +121,11 @@ bool AddUserDlg::fill(UserRecord *user)
     }
     user->userId = static_cast<quint32>(userIdSpinBox->value());
     user->cardNumber = cardEdit->text().toUInt();
-    if (!fillField(user->name, userNameEdit->text())) {
+    if (!fillField(user->name, userNameEdit)) {
         log(tr("The username is too long."));
         return false;
     }
-    if (!fillField(user->department, departmentEdit->text())) {
+    if (!fillField(user->department, departmentEdit)) {
         log(tr("The department name is too long."));
         return false;
     }

@@ -48,8 +48,7 @@ setSysInfoDlg::setSysInfoDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *pare
     layout->addLayout(createFirmwareRow());
     layout->addStretch(0);
     // Enter in a field must neither make another serial number nor write one.
-    for (QPushButton *button : findChildren<QPushButton *>())
-        button->setAutoDefault(false);
+    controls::keepEnterFromButtons(this);
 }
 
 QLayout *setSysInfoDlg::createSerialRow()

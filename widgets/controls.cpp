@@ -1,17 +1,32 @@
 #include "widgets/controls.h"
 
+#include <QComboBox>
+#include <QLineEdit>
+#include <QStyle>
+#include <QStyleOptionComboBox>
+
 namespace {
 
 constexpr int ButtonPadding = 4;
+constexpr int ComboPadding = 1;      // kept free by the styles
 constexpr int NarrowestLetters = 60; // per cent
 constexpr double TwoLinesFrom = 1.4; // times the width that there is
 
-void fitText(QWidget *widget, const QString &text, int width)
+int widestText(const QFont &font, const QStringList &texts)
+{
+    const QFontMetrics metrics(font);
+    int widest = 0;
+    for (const QString &text : texts)
+        widest = qMax(widest, metrics.horizontalAdvance(text));
+    return widest;
+}
+
+void fitTexts(QWidget *widget, const QStringList &texts, int width)
 {
     QFont font = widget->font();
     for (int stretch = 100; stretch >= NarrowestLetters; stretch -= 2) {
         font.setStretch(stretch);
-        if (QFontMetrics(font).horizontalAdvance(text) <= width)
+        if (widestText(font, texts) <= width)
             break;
     }
     widget->setFont(font);
@@ -36,14 +51,27 @@ QLabel *controls::label(const QString &text, QSize size, QWidget *buddy)
     if (text.contains(QLatin1Char(' ')) && wanted > TwoLinesFrom * size.width())
         useTwoLines(label);
     else
-        fitText(label, text, size.width());
+        fitTexts(label, {text}, size.width());
     return label;
 }
 
 void controls::setCaption(QPushButton *button, const QString &text)
 {
     button->setText(text);
-    fitText(button, text, button->maximumWidth() - 2 * ButtonPadding);
+    fitTexts(button, {text}, button->maximumWidth() - 2 * ButtonPadding);
+}
+
+void controls::fitItems(QComboBox *combo)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(combo);
+    option.rect = QRect(QPoint(), combo->maximumSize());
+    const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                       QStyle::SC_ComboBoxEditField, combo);
+    QStringList items;
+    for (int i = 0; i < combo->count(); ++i)
+        items.append(combo->itemText(i));
+    fitTexts(combo, items, field.width() - 2 * ComboPadding);
 }
 
 QPushButton *controls::button(const QString &text, QSize size, const QObject *receiver,
@@ -55,4 +83,17 @@ QPushButton *controls::button(const QString &text, QSize size, const QObject *re
     button->setObjectName(signature.section(QLatin1Char('('), 0, 0));
     QObject::connect(button, SIGNAL(clicked()), receiver, slot);
     return button;
+}
+
+void controls::keepEnterFromButtons(QWidget *window)
+{
+    for (QPushButton *button : window->findChildren<QPushButton *>())
+        button->setAutoDefault(false);
+}
+
+QString controls::wholeText(const QLineEdit *edit)
+{
+    const QString text = edit->text();
+    const bool cut = !text.isEmpty() && text.back().isHighSurrogate();
+    return cut ? text.chopped(1) : text;
 }

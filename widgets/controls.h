@@ -3,6 +3,9 @@
 #include <QLabel>
 #include <QPushButton>
 
+class QComboBox;
+class QLineEdit;
+
 /// Small makers of the controls that the windows are drawn with. What they return belongs to the
 /// layout's widget it is put into.
 namespace controls {
@@ -25,5 +28,14 @@ QLabel *label(const QString &text, QSize size, QWidget *buddy = nullptr);
 /// A button whose click runs `slot` (as SLOT() gives it) of `receiver`; its object name is the
 /// slot's name. An invalid size leaves the size to the style.
 QPushButton *button(const QString &text, QSize size, const QObject *receiver, const char *slot);
+
+/// Narrows the letters of a combo box of fixed size until its widest item fits.
+void fitItems(QComboBox *combo);
+
+/// Lets the Enter key press none of the window's buttons, wherever the focus is.
+void keepEnterFromButtons(QWidget *window);
+
+/// The edit's text without the half of a character that its length limit may have left at the end.
+QString wholeText(const QLineEdit *edit);
 
 } // namespace controls
