@@ -1,6 +1,8 @@
 #include "app/mainwindow.h"
 
 #include "config/json.h"
+#include "config/outputcfgdlg.h"
+#include "config/vendorcfgdlg.h"
 #include "dialogs/setsysinfodlg.h"
 #include "link/cmdclient.h"
 #include "link/textlog.h"
@@ -112,12 +114,12 @@ void MainWindow::restartBtnClickAct()
 
 void MainWindow::devCfgAct()
 {
-    notSupported();
+    runDialog<vendorCfgDlg>();
 }
 
 void MainWindow::sysCfgBtnClickAct()
 {
-    notSupported();
+    runDialog<OutputCfgDlg>();
 }
 
 void MainWindow::recordBtnClickAct()

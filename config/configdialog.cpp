@@ -1,0 +1,191 @@
+#include "config/configdialog.h"
+
+#include "config/json.h"
+#include "link/cmdclient.h"
+#include "link/wholefile.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+
+#include <algorithm>
+
+namespace {
+
+/// Whether keys can be looked for in it; a null has none.
+bool isWalkable(const Json::Value &value)
+{
+    return value.isObject() || value.isNull();
+}
+
+/// Null where the document has no such block.
+const Json::Value *findBlock(const Json::Value &root, const char *name)
+{
+    if (!name)
+        return &root;
+    return root.isMember(name) ? &root[name] : nullptr;
+}
+
+} // namespace
+
+ConfigDialog::ConfigDialog(const Document &dialogDocument, std::vector<ConfigBlock> dialogBlocks,
+                           CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
+    : DeviceDialog(cmdClient, log, parent),
+      document(dialogDocument),
+      blocks(std::move(dialogBlocks))
+{
+}
+
+QGridLayout *ConfigDialog::createGrid(int grid, std::initializer_list<PairSizes> pairs, int spacing)
+{
+    auto *layout = new QGridLayout;
+    layout->setVerticalSpacing(spacing);
+    for (const ConfigBlock &block : blocks) {
+        for (const ConfigKey &key : block.keys) {
+            if (key.control.widget && key.place.grid == grid)
+                addControl(layout, key, pairs.begin()[key.place.pair]);
+        }
+    }
+    // Room that is left goes around the controls, not between them.
+    layout->setColumnStretch(0, 1);
+    layout->setColumnStretch(layout->columnCount(), 1);
+    return layout;
+}
+
+void ConfigDialog::addControl(QGridLayout *layout, const ConfigKey &key, const PairSizes &sizes)
+{
+    QWidget *widget = controls::sized(key.control.widget, sizes.control);
+    widget->setObjectName(QLatin1String(key.name));
+    if (auto *combo = qobject_cast<QComboBox *>(widget))
+        controls::fitItems(combo);
+    const int column = 1 + 2 * key.place.pair;
+    layout->addWidget(controls::label(key.label, sizes.label, widget), key.place.row, column);
+    layout->addWidget(widget, key.place.row, column + 1);
+}
+
+QBoxLayout *ConfigDialog::createButtonRow(int endStretch,
+                                          std::initializer_list<DocumentButton> buttons)
+{
+    auto *row = new QHBoxLayout;
+    int stretch = endStretch;
+    for (const DocumentButton &button : buttons) {
+        row->addStretch(stretch);
+        row->addWidget(controls::button(button.caption, button.size, this, button.slot));
+        stretch = 1;
+    }
+    row->addStretch(endStretch);
+    return row;
+}
+
+QGroupBox *ConfigDialog::createLockedGroup(const QString &title)
+{
+    auto *group = new QGroupBox(title);
+    group->setEnabled(false);
+    lockedGroups.append(group);
+    return group;
+}
+
+void ConfigDialog::load()
+{
+    QByteArray text;
+    if (!fetch(&text))
+        return;
+    log(document.loaded.arg(text.size()));
+    Json::Value root;
+    if (!parse(text, &root)) {
+        log(document.notParsed);
+        return;
+    }
+    showDocument(root);
+    for (QGroupBox *group : lockedGroups)
+        group->setEnabled(true);
+}
+
+bool ConfigDialog::fetch(QByteArray *text)
+{
+    QByteArray buffer(CmdClient::DocumentCapacity, Qt::Uninitialized);
+    uint32_t length = 0;
+    if (!(client->*document.get)(buffer.data(), &length, CmdClient::DocumentCapacity))
+        return false;
+    *text = buffer.left(static_cast<int>(length));
+    return true;
+}
+
+bool ConfigDialog::parse(const QByteArray &text, Json::Value *root) const
+{
+    if (!json::parse(text.constData(), static_cast<size_t>(text.size()), root) ||
+        !isWalkable(*root))
+        return false;
+    return std::all_of(blocks.begin(), blocks.end(), [root](const ConfigBlock &block) {
+        const Json::Value *object = findBlock(*root, block.name);
+        return !object || isWalkable(*object);
+    });
+}
+
+void ConfigDialog::showDocument(const Json::Value &root)
+{
+    for (const ConfigBlock &block : blocks) {
+        if (const Json::Value *object = findBlock(root, block.name))
+            showBlock(block, *object);
+    }
+}
+
+void ConfigDialog::showBlock(const ConfigBlock &block, const Json::Value &object)
+{
+    for (const ConfigKey &key : block.keys) {
+        if (!object.isMember(key.name) || key.control.show(object, key.name))
+            continue;
+        if (!key.wrong.isEmpty())
+            log(key.wrong);
+    }
+}
+
+void ConfigDialog::send()
+{
+    Json::Value root;
+    for (const ConfigBlock &block : blocks) {
+        Json::Value &object = block.name ? root[block.name] : root;
+        for (const ConfigKey &key : block.keys) {
+            if (const std::optional<Json::Value> value = key.control.value())
+                object[key.name] = *value;
+        }
+    }
+    const QByteArray text = json::written(root);
+    if ((client->*document.set)(text.constData(), static_cast<uint32_t>(text.size())))
+        log(document.issued);
+}
+
+void ConfigDialog::exportFile()
+{
+    QByteArray text;
+    if (!fetch(&text))
+        return;
+    log(tr("File loaded：%1").arg(text.size()));
+    const QString path = QCoreApplication::applicationDirPath() + document.fileName;
+    log((writeWholeFile(path, text) ? document.saved : document.notSaved).arg(path));
+}
+
+void ConfigDialog::importFile()
+{
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("select fw"), QCoreApplication::applicationDirPath(),
+                                     tr("*.cfg"))
+            .trimmed();
+    if (path.isEmpty())
+        return;
+    QFile file(path);
+    // So much and no more tells a file that is too long for a packet.
+    const QByteArray text =
+        file.open(QIODevice::ReadOnly) ? file.read(wire::SendCapacity) : QByteArray();
+    if (file.error() != QFileDevice::NoError) {
+        log(document.notOpened.arg(path));
+        return;
+    }
+    if ((client->*document.set)(text.constData(), static_cast<uint32_t>(text.size())))
+        log(tr("Cfg file issued."));
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "config/configdialog.h"
+
+class QHBoxLayout;
+class QVBoxLayout;
+
+/// "Parameter Setting": the terminal's work mode and servers, what it recognises and where it sends
+/// results, which make up the output configuration document.
+class OutputCfgDlg : public ConfigDialog
+{
+    Q_OBJECT
+
+public:
+    OutputCfgDlg(CmdClient *client, QTextEdit *infoText, QWidget *parent);
+
+private slots:
+    void showDataDesc(int mode);
+    void getBtnClickAct();
+    void setBtnClickAct();
+    void exportBtnClickAct();
+    void importBtnClickAct();
+
+private:
+    static Document outputDocument();
+    static ConfigBlock dataBlock();
+    static ConfigBlock recognitionBlock();
+    static ConfigBlock exportBlock();
+
+    QGroupBox *createSystemGroup();
+    QTextEdit *createDescription();
+    void fitDescription();
+    QGroupBox *createRecognitionGroup(const QString &title, int grid, QSize labelSize);
+    QGroupBox *createExportGroup();
+
+    QTextEdit *description;
+};
