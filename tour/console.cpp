@@ -1,6 +1,8 @@
 #include "tour/console.h"
 
 #include "app/imglabel.h"
+#include "config/usercfgdlg.h"
+#include "link/cmdclient.h"
 #include "tour/dialogperson.h"
 
 #include <QLabel>
@@ -34,6 +36,13 @@ void Console::click(const char *button, const std::vector<Answer> &answers)
     click(button);
     if (!person.isDone())
         qWarning("%s opened fewer dialogs than expected", button);
+}
+
+void Console::openUserConfig(const std::vector<Answer> &answers)
+{
+    DialogPerson person(answers, picturePath);
+    UserCfgDlg dialog(window.findChild<CmdClient *>(), find<QTextEdit>("infoText"), &window);
+    dialog.exec();
 }
 
 void Console::type(const char *field, const QString &text)

@@ -21,6 +21,8 @@ public:
     /// For a button that opens dialogs: each takes its turn as soon as it is there, has its picture
     /// taken, and must be closed by its answer.
     void click(const char *button, const std::vector<Answer> &answers);
+    /// The one dialog that no button opens.
+    void openUserConfig(const std::vector<Answer> &answers);
     void type(const char *field, const QString &text);
     void pointAt(const char *picture, QPoint position);
 

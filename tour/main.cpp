@@ -59,7 +59,7 @@ void removeLeftovers(const QDir &output)
 {
     const QStringList files =
         output.entryList({QStringLiteral("[0-9][0-9]-*.png"), QStringLiteral("ir_*.png"),
-                          QStringLiteral("tour-*.bin")},
+                          QStringLiteral("tour-*.bin"), QStringLiteral("tour-*.cfg")},
                          QDir::Files);
     for (const QString &file : files)
         QFile::remove(output.filePath(file));

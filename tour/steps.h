@@ -33,5 +33,7 @@ struct TourPorts
 std::vector<Step> userSteps(const QDir &folder);
 /// Those of "Settings", and the ones that save pictures.
 std::vector<Step> settingsSteps(const QDir &folder);
+/// Those of the configuration dialogs.
+std::vector<Step> configSteps(const QDir &folder);
 
 std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder);
