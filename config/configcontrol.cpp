@@ -24,8 +24,10 @@ Show showNumber(Accepted accepted, const std::function<void(int)> &show)
 {
     return [accepted, show](const Json::Value &object, const char *key) {
         const std::optional<int> number = json::number(object, key);
-        const auto compared = static_cast<quint32>(number.value_or(0));
-        if (!number || compared < accepted.least || compared > accepted.most)
+        if (!number)
+            return false;
+        const auto compared = static_cast<quint32>(*number);
+        if (compared < accepted.least || compared > accepted.most)
             return false;
         show(*number);
         return true;
@@ -49,10 +51,11 @@ Json::Value utf8(const QString &text)
 
 } // namespace
 
-ConfigControl control::choice(const QStringList &items, Accepted accepted)
+ConfigControl control::choice(const QStringList &items, Accepted accepted, int start)
 {
     auto *combo = new QComboBox;
     combo->addItems(items);
+    combo->setCurrentIndex(start);
     return {combo, showNumber(accepted, [combo](int value) { combo->setCurrentIndex(value); }),
             [combo] { return combo->currentIndex(); }};
 }
@@ -88,6 +91,13 @@ ConfigControl control::number(Limits limits, Accepted accepted)
     box->setValue(limits.start);
     return {box, showNumber(accepted, [box](int value) { box->setValue(value); }),
             [box] { return box->value(); }};
+}
+
+ConfigControl control::shownNumber(Limits limits, Accepted accepted)
+{
+    const ConfigControl shown = number(limits, accepted);
+    static_cast<QSpinBox *>(shown.widget)->setReadOnly(true);
+    return shown;
 }
 
 ConfigControl control::timeOfDay(QTime start)

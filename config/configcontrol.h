@@ -49,13 +49,15 @@ struct CodedItem
 enum class Typing : quint8 { Anything, DigitsAndDots };
 
 /// A combo box whose index is the value. A value that has no item selects none, which is -1.
-ConfigControl choice(const QStringList &items, Accepted accepted);
+ConfigControl choice(const QStringList &items, Accepted accepted, int start = 0);
 /// A combo box whose items have values of their own, the only ones that are accepted.
 ConfigControl codedChoice(const QVector<CodedItem> &items);
 /// A combo box of two items: the first for 0, the second for any other value, sent as 1.
 ConfigControl onOff(const QStringList &items);
 /// A spin box; it takes the nearest number that it can show.
 ConfigControl number(Limits limits, Accepted accepted = {});
+/// The same, but not to be changed by the operator: shown and sent back.
+ConfigControl shownNumber(Limits limits, Accepted accepted = {});
 /// A time edit; the value counts minutes since midnight.
 ConfigControl timeOfDay(QTime start);
 /// A line edit; a longer text is cut.

@@ -12,8 +12,11 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QStyle>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -45,10 +48,14 @@ QGridLayout *ConfigDialog::createGrid(int grid, std::initializer_list<PairSizes>
 {
     auto *layout = new QGridLayout;
     layout->setVerticalSpacing(spacing);
+    // A grid within another one would have none.
+    layout->setHorizontalSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
     for (const ConfigBlock &block : blocks) {
         for (const ConfigKey &key : block.keys) {
-            if (key.control.widget && key.place.grid == grid)
-                addControl(layout, key, pairs.begin()[key.place.pair]);
+            if (!key.control.widget || key.place.grid != grid)
+                continue;
+            Q_ASSERT(key.place.pair < static_cast<int>(pairs.size()));
+            addControl(layout, key, pairs.begin()[key.place.pair]);
         }
     }
     // Room that is left goes around the controls, not between them.
@@ -68,15 +75,13 @@ void ConfigDialog::addControl(QGridLayout *layout, const ConfigKey &key, const P
     layout->addWidget(widget, key.place.row, column + 1);
 }
 
-QBoxLayout *ConfigDialog::createButtonRow(int endStretch,
-                                          std::initializer_list<DocumentButton> buttons)
+QBoxLayout *ConfigDialog::createButtonRow(int endStretch, const ButtonForm (&buttons)[4])
 {
+    const QString captions[4] = {tr("Load"), tr("Set"), tr("Export"), tr("Import")};
     auto *row = new QHBoxLayout;
-    int stretch = endStretch;
-    for (const DocumentButton &button : buttons) {
-        row->addStretch(stretch);
-        row->addWidget(controls::button(button.caption, button.size, this, button.slot));
-        stretch = 1;
+    for (int i = 0; i < 4; ++i) {
+        row->addStretch(i == 0 ? endStretch : 1);
+        row->addWidget(controls::button(captions[i], buttons[i].size, this, buttons[i].slot));
     }
     row->addStretch(endStretch);
     return row;
@@ -110,10 +115,16 @@ bool ConfigDialog::fetch(QByteArray *text)
 {
     QByteArray buffer(CmdClient::DocumentCapacity, Qt::Uninitialized);
     uint32_t length = 0;
-    if (!(client->*document.get)(buffer.data(), &length, CmdClient::DocumentCapacity))
+    if (!std::invoke(document.get, client, buffer.data(), &length, CmdClient::DocumentCapacity))
         return false;
     *text = buffer.left(static_cast<int>(length));
     return true;
+}
+
+void ConfigDialog::issue(const QByteArray &text, const QString &line)
+{
+    if (std::invoke(document.set, client, text.constData(), static_cast<uint32_t>(text.size())))
+        log(line);
 }
 
 bool ConfigDialog::parse(const QByteArray &text, Json::Value *root) const
@@ -155,9 +166,7 @@ void ConfigDialog::send()
                 object[key.name] = *value;
         }
     }
-    const QByteArray text = json::written(root);
-    if ((client->*document.set)(text.constData(), static_cast<uint32_t>(text.size())))
-        log(document.issued);
+    issue(json::written(root), document.issued);
 }
 
 void ConfigDialog::exportFile()
@@ -179,13 +188,12 @@ void ConfigDialog::importFile()
     if (path.isEmpty())
         return;
     QFile file(path);
-    // So much and no more tells a file that is too long for a packet.
+    // As much as no packet can carry is enough of a file that is too long.
     const QByteArray text =
         file.open(QIODevice::ReadOnly) ? file.read(wire::SendCapacity) : QByteArray();
     if (file.error() != QFileDevice::NoError) {
         log(document.notOpened.arg(path));
         return;
     }
-    if ((client->*document.set)(text.constData(), static_cast<uint32_t>(text.size())))
-        log(tr("Cfg file issued."));
+    issue(text, tr("Cfg file issued."));
 }

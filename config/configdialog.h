@@ -46,8 +46,8 @@ protected:
     /// How a document travels, and what its dialog says of it.
     struct Document
     {
-        bool (CmdClient::*get)(char *out, uint32_t *outLen, size_t capacity);
-        bool (CmdClient::*set)(const char *json, uint32_t length);
+        bool (CmdClient::*get)(char *out, uint32_t *outLen, size_t capacity) = nullptr;
+        bool (CmdClient::*set)(const char *json, uint32_t length) = nullptr;
         QString fileName;  ///< beside the program
         QString loaded;    ///< %1: number of bytes
         QString notParsed; ///< of what has no shape that the keys could be found in, too
@@ -64,9 +64,8 @@ protected:
         QSize control;
     };
 
-    struct DocumentButton
+    struct ButtonForm
     {
-        QString caption;
         const char *slot;
         QSize size;
     };
@@ -75,7 +74,8 @@ protected:
                  QTextEdit *infoText, QWidget *parent);
 
     QGridLayout *createGrid(int grid, std::initializer_list<PairSizes> pairs, int spacing);
-    QBoxLayout *createButtonRow(int endStretch, std::initializer_list<DocumentButton> buttons);
+    /// Load, Set, Export and Import.
+    QBoxLayout *createButtonRow(int endStretch, const ButtonForm (&buttons)[4]);
     /// A group that is of no use before a document has been loaded.
     QGroupBox *createLockedGroup(const QString &title);
 
@@ -87,6 +87,8 @@ protected:
 private:
     static void addControl(QGridLayout *layout, const ConfigKey &key, const PairSizes &sizes);
     bool fetch(QByteArray *text);
+    /// Sends a document and tells when the terminal has taken it.
+    void issue(const QByteArray &text, const QString &line);
     bool parse(const QByteArray &text, Json::Value *root) const;
     void showDocument(const Json::Value &root);
     void showBlock(const ConfigBlock &block, const Json::Value &object);

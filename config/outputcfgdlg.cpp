@@ -11,6 +11,7 @@
 #include <QTextEdit>
 
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -25,10 +26,14 @@ constexpr QSize ModuleLabelSize(100, 25);
 constexpr QSize SystemControlSize(120, 25);
 constexpr QSize PortSize(60, 25);
 constexpr QSize ControlSize(140, 25);
+constexpr QMargins Margins(11, 6, 11, 6);
+constexpr QMargins GroupMargins(11, 5, 11, 5); // so that the columns fit the window's height
 constexpr int RowSpacing = 6;
 constexpr int ModuleSpacing = 15;
 constexpr int DescriptionMargin = 2;
 constexpr int SmallestLetters = 8; // pixels
+
+const char SystemMode[] = "sys mode";
 
 enum Grid : int { System, Palm, Card, QrCode, Result, Rs485, Relay, Wiegand };
 
@@ -91,19 +96,20 @@ OutputCfgDlg::OutputCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
     row->addWidget(createExportGroup());
 
     auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Margins);
     layout->addStretch(1);
     layout->addWidget(createSystemGroup(), 1);
     layout->addStretch(1);
     layout->addLayout(row);
     layout->addStretch(3);
-    layout->addLayout(createButtonRow(2, {{tr("Load"), SLOT(getBtnClickAct()), ButtonSize},
-                                          {tr("Set"), SLOT(setBtnClickAct()), ButtonSize},
-                                          {tr("Export"), SLOT(exportBtnClickAct()), ButtonSize},
-                                          {tr("Import"), SLOT(importBtnClickAct()), ButtonSize}}));
+    layout->addLayout(createButtonRow(2, {{SLOT(getBtnClickAct()), ButtonSize},
+                                          {SLOT(setBtnClickAct()), ButtonSize},
+                                          {SLOT(exportBtnClickAct()), ButtonSize},
+                                          {SLOT(importBtnClickAct()), ButtonSize}}));
     layout->addStretch(3);
     controls::keepEnterFromButtons(this);
 
-    auto *modeCombo = findChild<QComboBox *>(QStringLiteral("sys mode"));
+    auto *modeCombo = findChild<QComboBox *>(QLatin1String(SystemMode));
     connect(modeCombo, SIGNAL(currentIndexChanged(int)), this, SLOT(showDataDesc(int)));
     showDataDesc(modeCombo->currentIndex());
 }
@@ -129,7 +135,7 @@ ConfigBlock OutputCfgDlg::dataBlock()
     return {
         "data block",
         {
-            {"sys mode",
+            {SystemMode,
              {System, 0},
              tr("System Mode："),
              codedChoice({{tr("Stand-alone Mode"), 0},
@@ -248,6 +254,7 @@ QGroupBox *OutputCfgDlg::createRecognitionGroup(const QString &title, int grid, 
 {
     QGroupBox *group = createLockedGroup(title);
     QGridLayout *layout = createGrid(grid, {{labelSize, ControlSize}}, RowSpacing);
+    layout->setContentsMargins(GroupMargins);
     layout->setColumnMinimumWidth(1, LongLabelSize.width()); // controls of all groups in one line
     group->setLayout(layout);
     return group;

@@ -2,9 +2,6 @@
 
 #include "config/configdialog.h"
 
-class QHBoxLayout;
-class QVBoxLayout;
-
 /// "Parameter Setting": the terminal's work mode and servers, what it recognises and where it sends
 /// results, which make up the output configuration document.
 class OutputCfgDlg : public ConfigDialog

@@ -9,9 +9,9 @@
 
 namespace {
 
-constexpr QSize DialogSize(830, 240);
+constexpr QSize DialogSize(860, 240);
 constexpr QSize ButtonSize(80, 30);
-constexpr QSize LabelSize(60, 27);
+constexpr QSize LabelSize(70, 27);
 constexpr QSize LongLabelSize(105, 27);
 constexpr QSize ControlSize(120, 27);
 constexpr QSize PortLabelSize(50, 27);
@@ -36,10 +36,10 @@ UserCfgDlg::UserCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
     layout->addStretch(1);
     layout->addLayout(row);
     layout->addStretch(1);
-    layout->addLayout(createButtonRow(1, {{tr("Load"), SLOT(getBtnClickAct()), ButtonSize},
-                                          {tr("Set"), SLOT(setBtnClickAct()), ButtonSize},
-                                          {tr("Export"), SLOT(exportBtnClickAct()), ButtonSize},
-                                          {tr("Import"), SLOT(importBtnClickAct()), ButtonSize}}));
+    layout->addLayout(createButtonRow(1, {{SLOT(getBtnClickAct()), ButtonSize},
+                                          {SLOT(setBtnClickAct()), ButtonSize},
+                                          {SLOT(exportBtnClickAct()), ButtonSize},
+                                          {SLOT(importBtnClickAct()), ButtonSize}}));
     layout->addStretch(1);
     controls::keepEnterFromButtons(this);
 }

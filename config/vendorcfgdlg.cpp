@@ -4,12 +4,10 @@
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QDateTime>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QInputDialog>
-#include <QSpinBox>
 
 namespace {
 
@@ -69,11 +67,10 @@ vendorCfgDlg::vendorCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
     layout->addStretch(1);
     layout->addLayout(row);
     layout->addStretch(1);
-    layout->addLayout(
-        createButtonRow(1, {{tr("Load"), SLOT(getCfgBtnClickAct()), LoadSize},
-                            {tr("Set"), SLOT(setCfgBtnClickAct()), LoadSize},
-                            {tr("Export"), SLOT(exportVendorJsonBtnClickAct()), ExportSize},
-                            {tr("Import"), SLOT(importVendorJsonBtnClickAct()), ExportSize}}));
+    layout->addLayout(createButtonRow(1, {{SLOT(getCfgBtnClickAct()), LoadSize},
+                                          {SLOT(setCfgBtnClickAct()), LoadSize},
+                                          {SLOT(exportVendorJsonBtnClickAct()), ExportSize},
+                                          {SLOT(importVendorJsonBtnClickAct()), ExportSize}}));
     layout->addStretch(1);
     controls::keepEnterFromButtons(this);
 }
@@ -102,12 +99,12 @@ ConfigBlock vendorCfgDlg::infoBlock()
             {"manufacture name", {Info, 0}, tr("vendor："), text(MaxTextLength)},
             {"dev notes", {Info, 1}, tr("dev rmk："), text(MaxTextLength)},
             {"dev location desc", {Info, 2}, tr("dev point："), text(MaxTextLength)},
+            {"user dev type", {Info, 3}, tr("dev type："), choice({tr("in"), tr("out")}, {0, 1})},
             {"sound volume",
              {Info, 4},
              tr("volume："),
              number({0, MaxVolume, 0}, {0, MaxVolume}),
              tr("Wrong volume data.")},
-            {"user dev type", {Info, 3}, tr("dev type："), choice({tr("in"), tr("out")}, {0, 1})},
         }};
 }
 
@@ -118,9 +115,12 @@ ConfigBlock vendorCfgDlg::workBlock()
     return {"work param",
             {
                 {"local ip", {Work, 0}, tr("dev addr："), address(Typing::DigitsAndDots)},
-                {"local port", {Work, 0, 1}, tr("port："), number({1000, 65535, 1000}, {1, 65535})},
+                {"local port",
+                 {Work, 0, 1},
+                 tr("port："),
+                 shownNumber({1000, 65535, 1000}, {1, 65535})},
                 {"gateway ip", {Work, 1}, tr("gateway："), address(Typing::DigitsAndDots)},
-                {"auto reboot", {Work, 2}, tr("auto re："), choice(closeOpen, {0, 1})},
+                {"auto reboot", {Work, 2}, tr("auto re："), choice(closeOpen, {0, 1}, 1)},
                 {"auto reboot time", {Work, 2, 1}, tr("time："), timeOfDay({4, 30})},
                 {"remote enroll func", {Work, 3}, tr("rmt enrol："), onOff(closeOpen)},
             }};
@@ -140,9 +140,6 @@ QGroupBox *vendorCfgDlg::createWorkGroup()
         Work, {{LabelSize, ControlSize}, {NarrowLabelSize, NarrowControlSize}}, RowSpacing);
     alignToTop(grid);
     group->setLayout(grid);
-    // The port is the terminal's to tell: it is shown and sent back, never typed.
-    group->findChild<QSpinBox *>(QStringLiteral("local port"))->setReadOnly(true);
-    group->findChild<QComboBox *>(QStringLiteral("auto reboot"))->setCurrentIndex(1);
     return group;
 }
 
