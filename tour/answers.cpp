@@ -1,5 +1,6 @@
 #include "tour/answers.h"
 
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -76,6 +77,19 @@ void answers::type(QWidget *dialog, const char *field, const QString &text)
 void answers::click(QWidget *dialog, const char *button)
 {
     QTest::mouseClick(find<QPushButton>(dialog, button), Qt::LeftButton);
+}
+
+void answers::clickExport(QWidget *dialog, const char *button, const QString &fileName,
+                          const QString &target)
+{
+    const QString path = QDir(QCoreApplication::applicationDirPath()).filePath(fileName);
+    const QString aside = target + QStringLiteral(".aside");
+    const bool hadOne = QFile::rename(path, aside);
+    click(dialog, button);
+    if (!QFile::rename(path, target))
+        qWarning("%s wrote no %s", button, qPrintable(fileName));
+    if (hadOne)
+        QFile::rename(aside, path);
 }
 
 void answers::waitFor(const std::function<bool()> &condition)

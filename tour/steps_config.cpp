@@ -1,61 +1,76 @@
 #include "tour/answers.h"
 #include "tour/steps.h"
 
-#include <QCoreApplication>
+#include <algorithm>
+#include <iterator>
 
 namespace {
 
 /// What differs from one configuration dialog to the next.
 struct ConfigDialogUse
 {
+    const char *name;
     const char *load;
     const char *set;
     const char *exportFile;
     const char *importFile;
-    const char *fileName;
     const char *field;
     const char *typed;
+    const char *lines[5]; ///< as patterns
 };
 
-constexpr ConfigDialogUse OutputUse{"getBtnClickAct",    "setBtnClickAct",   "exportBtnClickAct",
-                                    "importBtnClickAct", "zt415_output.cfg", "remote ip",
-                                    "192.168.31.77"};
-constexpr ConfigDialogUse UserUse{"getBtnClickAct",    "setBtnClickAct", "exportBtnClickAct",
-                                  "importBtnClickAct", "zt415_user.cfg", "gateway ip",
-                                  "192.168.31.2"};
-constexpr ConfigDialogUse VendorUse{"getCfgBtnClickAct",
+constexpr ConfigDialogUse OutputUse{"output",
+                                    "getBtnClickAct",
+                                    "setBtnClickAct",
+                                    "exportBtnClickAct",
+                                    "importBtnClickAct",
+                                    "remote ip",
+                                    "192.168.31.77",
+                                    {"Cfg file loaded：[0-9]+", "Cfg data issued\\.",
+                                     "File loaded：[0-9]+", "File save to .*/zt415_output\\.cfg",
+                                     "Cfg file issued\\."}};
+constexpr ConfigDialogUse UserUse{"user",
+                                  "getBtnClickAct",
+                                  "setBtnClickAct",
+                                  "exportBtnClickAct",
+                                  "importBtnClickAct",
+                                  "gateway ip",
+                                  "192.168.31.2",
+                                  {"Cfg file loaded：[0-9]+", "Cfg data issued\\.",
+                                   "File loaded：[0-9]+", "File saved to .*/zt415_user\\.cfg",
+                                   "Cfg file issued\\."}};
+constexpr ConfigDialogUse VendorUse{"vendor",
+                                    "getCfgBtnClickAct",
                                     "setCfgBtnClickAct",
                                     "exportVendorJsonBtnClickAct",
                                     "importVendorJsonBtnClickAct",
-                                    "zt415_vendor.cfg",
                                     "manufacture name",
-                                    "Kovant Ltd."};
+                                    "Kovant Ltd.",
+                                    {"cfg file loaded：[0-9]+", "Cfg data issued",
+                                     "File loaded：[0-9]+", "File saved to .*/zt415_vendor\\.cfg",
+                                     "Cfg file issued\\."}};
 
-/// Changes what the terminal has, exports it, and imports the exported file, which goes to the
-/// tour's folder.
+/// Changes what the terminal has, exports it, and imports the exported file.
 std::vector<Answer> useDocument(const ConfigDialogUse &use, const QDir &folder)
 {
-    const QLatin1String name(use.fileName);
-    const QString exported = QDir(QCoreApplication::applicationDirPath()).filePath(name);
-    const QString kept = folder.absoluteFilePath(QLatin1String("tour-") + name);
+    const QString file = QStringLiteral("zt415_%1.cfg").arg(QLatin1String(use.name));
+    const QString kept = folder.absoluteFilePath(QStringLiteral("tour-") + file);
     return {[=](QWidget *dialog) {
                 answers::click(dialog, use.load);
                 answers::type(dialog, use.field, QLatin1String(use.typed));
                 answers::click(dialog, use.set);
-                answers::click(dialog, use.exportFile);
-                QFile::rename(exported, kept);
+                answers::clickExport(dialog, use.exportFile, file, kept);
                 answers::click(dialog, use.importFile);
                 dialog->close();
             },
             answers::file(kept)};
 }
 
-bool allUsed(const Console &console, const char *exportedLine)
+bool allUsed(const Console &console, const ConfigDialogUse &use)
 {
     const QStringList lines = console.newInfoLines();
-    return anyMatch(lines, "[Cc]fg file loaded：[0-9]+") &&
-           anyMatch(lines, "Cfg data issued\\.?") && anyMatch(lines, "File loaded：[0-9]+") &&
-           anyMatch(lines, exportedLine) && anyMatch(lines, "Cfg file issued\\.");
+    return std::all_of(std::begin(use.lines), std::end(use.lines),
+                       [&lines](const char *pattern) { return anyMatch(lines, pattern); });
 }
 
 Answer useClockAndSensor()
@@ -78,21 +93,15 @@ std::vector<Step> configSteps(const QDir &folder)
          [&folder](Console &console) {
              console.click("sysCfgBtnClickAct", useDocument(OutputUse, folder));
          },
-         [](const Console &console) {
-             return allUsed(console, "File save to .*/zt415_output\\.cfg");
-         }},
+         [](const Console &console) { return allUsed(console, OutputUse); }},
         {QStringLiteral("device-information"),
          [&folder](Console &console) {
              console.click("devCfgAct", useDocument(VendorUse, folder));
          },
-         [](const Console &console) {
-             return allUsed(console, "File saved to .*/zt415_vendor\\.cfg");
-         }},
+         [](const Console &console) { return allUsed(console, VendorUse); }},
         {QStringLiteral("user-configuration"),
          [&folder](Console &console) { console.openUserConfig(useDocument(UserUse, folder)); },
-         [](const Console &console) {
-             return allUsed(console, "File saved to .*/zt415_user\\.cfg");
-         }},
+         [](const Console &console) { return allUsed(console, UserUse); }},
         {QStringLiteral("clock-and-sensor"),
          [](Console &console) {
              console.click("devCfgAct", {useClockAndSensor(), answers::number(-20)});

@@ -122,7 +122,7 @@ std::vector<Step> userSteps(const QDir &folder)
          [](const Console &console) { return console.newInfoLines().isEmpty(); }},
         dialogStep("remove-features", "clearUserFeatBtnClickAct", {answers::number(NewUserId)},
                    "User features deleted successfully:7"),
-        importStep(folder.filePath(QStringLiteral("tour-features.bin"))),
+        importStep(folder.absoluteFilePath(QStringLiteral("tour-features.bin"))),
         remoteEnrollStep(),
         dialogStep("remove-user", "delUserBtnClickAct", {answers::number(NewUserId)},
                    "User deleted successfully:7"),
