@@ -1,9 +1,13 @@
 #include "app/appearance.h"
 #include "boxuser.h"
+#include "config/outputcfgdlg.h"
+#include "config/usercfgdlg.h"
+#include "config/vendorcfgdlg.h"
+#include "dialogrig.h"
 #include "dialogs/adduserdlg.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "dialogs/setsysinfodlg.h"
-#include "linkrig.h"
+#include "widgets/elidingcombobox.h"
 #include "windowrig.h"
 
 #include <QFileDialog>
@@ -11,9 +15,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QStyleOptionComboBox>
 #include <QtTest>
-
-#include <memory>
 
 class TestDialogs : public QObject
 {
@@ -45,32 +48,6 @@ namespace {
 
 const QByteArray Ok = hex("EAC5 000001 00");
 
-/// A dialog on a connected client.
-template <class Dialog> struct DialogRig : Link
-{
-    DialogRig() { dialog.show(); }
-
-    template <class Widget> Widget *find(const char *name) const
-    {
-        return dialog.template findChild<Widget *>(QString::fromLatin1(name));
-    }
-    void click(const char *button) const { find<QPushButton>(button)->click(); }
-    QStringList lines() const { return log.toPlainText().split('\n', Qt::SkipEmptyParts); }
-
-    Dialog dialog{&client, &log, nullptr};
-};
-
-std::unique_ptr<QWidget> make(const QByteArray &window, Link *link)
-{
-    if (window == "add-user")
-        return std::make_unique<AddUserDlg>(&link->client, &link->log, nullptr);
-    if (window == "remote-enroll")
-        return std::make_unique<RemoteEnrollDlg>(&link->client, &link->log, nullptr);
-    if (window == "system-settings")
-        return std::make_unique<setSysInfoDlg>(&link->client, &link->log, nullptr);
-    return std::make_unique<MainWindow>();
-}
-
 /// One of a pair's two frames; no two rows and no two frames are alike.
 QByteArray frame(int index, int camera)
 {
@@ -92,21 +69,31 @@ QByteArray contentOf(const QString &path)
 
 void TestDialogs::showsAllOfItsTexts_data()
 {
+    QTest::addColumn<MakeWindow>("make");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QSize>("size");
-    QTest::newRow("main-window") << "Quirel" << QSize();
-    QTest::newRow("add-user") << "Add User" << QSize(300, 185);
-    QTest::newRow("remote-enroll") << "Remote Features Enroll" << QSize(300, 100);
-    QTest::newRow("system-settings") << "System Settings" << QSize(440, 100);
+    const auto row = [](const char *tag, MakeWindow make, const char *title, QSize size = {}) {
+        QTest::newRow(tag) << make << title << size;
+    };
+    const MakeWindow makeMainWindow = [](Link * /*link*/) -> std::unique_ptr<QWidget> {
+        return std::make_unique<MainWindow>();
+    };
+    row("main-window", makeMainWindow, "Quirel");
+    row("add-user", makeDialog<AddUserDlg>, "Add User", {300, 185});
+    row("remote-enroll", makeDialog<RemoteEnrollDlg>, "Remote Features Enroll", {300, 100});
+    row("system-settings", makeDialog<setSysInfoDlg>, "System Settings", {440, 100});
+    row("parameters", makeDialog<OutputCfgDlg>, "Parameter Setting", {730, 600});
+    row("user-configuration", makeDialog<UserCfgDlg>, "User Config");
+    row("device-information", makeDialog<vendorCfgDlg>, "Device Info", {1000, 320});
 }
 
 // Nothing is clipped, and nothing lies over something else.
 void TestDialogs::showsAllOfItsTexts()
 {
+    QFETCH(MakeWindow, make);
     QFETCH(QSize, size);
-    Link link;
-    const auto window = make(QTest::currentDataTag(), &link);
-    window->show();
+    const DialogRig rig(make);
+    const auto &window = rig.dialog;
     QTEST(window->windowTitle(), "title");
     QCOMPARE(window->minimumSize(), window->maximumSize());
     if (size.isValid())
@@ -126,6 +113,19 @@ void TestDialogs::showsAllOfItsTexts()
         check(label, label->text());
     for (const QPushButton *button : window->findChildren<QPushButton *>())
         check(button, button->text());
+    for (const QSpinBox *box : window->findChildren<QSpinBox *>())
+        check(box->findChild<QLineEdit *>(), QString::number(box->maximum()));
+    for (const QComboBox *combo : window->findChildren<QComboBox *>()) {
+        if (qobject_cast<const ElidingComboBox *>(combo))
+            continue;
+        QStyleOptionComboBox option;
+        option.initFrom(combo);
+        const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                           QStyle::SC_ComboBoxEditField, combo);
+        for (int i = 0; i < combo->count(); ++i)
+            QVERIFY2(combo->fontMetrics().horizontalAdvance(combo->itemText(i)) <= field.width(),
+                     qPrintable(combo->itemText(i)));
+    }
     QVERIFY(texts >= 2);
     for (const QWidget *widget : window->findChildren<QWidget *>()) {
         const auto siblings =
@@ -188,7 +188,7 @@ void TestDialogs::addsAUser()
     QFETCH(QByteArray, answer);
     QFETCH(QStringList, lines);
 
-    DialogRig<AddUserDlg> rig;
+    DialogRig rig(makeDialog<AddUserDlg>);
     rig.find<QSpinBox>("userIdSpinBox")->setValue(65536);
     rig.find<QLineEdit>("userNameEdit")->setText(name);
     rig.find<QLineEdit>("cardEdit")->setText(card);
@@ -197,12 +197,12 @@ void TestDialogs::addsAUser()
         rig.peer.expect({hex("EAC5 000049 30") + record, {answer}});
     rig.click("createBtnClickAct");
     QCOMPARE(rig.lines(), lines);
-    QCOMPARE(rig.dialog.isVisible(), lines != QStringList("User created."));
+    QCOMPARE(rig.dialog->isVisible(), lines != QStringList("User created."));
     QCOMPARE(rig.find<QLineEdit>("userNameEdit")->text(), name);
 
-    rig.dialog.show();
+    rig.dialog->show();
     rig.click("cancelBtnClickAct");
-    QVERIFY(!rig.dialog.isVisible());
+    QVERIFY(!rig.dialog->isVisible());
 }
 
 void TestDialogs::getsAnEmptyId_data()
@@ -223,7 +223,7 @@ void TestDialogs::getsAnEmptyId_data()
 void TestDialogs::getsAnEmptyId()
 {
     QFETCH(QByteArray, answer);
-    DialogRig<AddUserDlg> rig;
+    DialogRig rig(makeDialog<AddUserDlg>);
     QCOMPARE(rig.find<QSpinBox>("userIdSpinBox")->value(), 1);
     rig.find<QSpinBox>("userIdSpinBox")->setValue(9);
     rig.peer.expect({hex("EAC5 000001 33"), {answer}});
@@ -234,8 +234,8 @@ void TestDialogs::getsAnEmptyId()
 
 void TestDialogs::limitsWhatIsTyped()
 {
-    const DialogRig<AddUserDlg> user;
-    const DialogRig<setSysInfoDlg> settings;
+    const DialogRig user(makeDialog<AddUserDlg>);
+    const DialogRig settings(makeDialog<setSysInfoDlg>);
     const auto typed = [](QLineEdit *edit, const QString &text) {
         QTest::keyClicks(edit, text);
         return edit->text();
@@ -287,7 +287,7 @@ void TestDialogs::loadsARemoteEnrollment()
     if (obstacle != ".")
         QVERIFY(QDir().mkpath(remote().filePath(obstacle)));
     const QByteArray features(10240, 'f');
-    DialogRig<RemoteEnrollDlg> rig;
+    DialogRig rig(makeDialog<RemoteEnrollDlg>);
     for (int i = 0; i < requests; ++i) {
         const QByteArray request =
             i < 5 ? hex("EAC5 000006 27 000000FF") + char(i) : hex("EAC5 000005 28 000000FF");
@@ -338,7 +338,7 @@ void TestDialogs::setsTheSerialNumber()
 {
     QFETCH(QString, serial);
     QFETCH(QByteArray, answer);
-    DialogRig<setSysInfoDlg> rig;
+    DialogRig rig(makeDialog<setSysInfoDlg>);
     if (!answer.isEmpty())
         rig.peer.expect({hex("EAC5 000011 50 4B563234303361626344454637383900"), {answer}});
     rig.find<QLineEdit>("serialEdit")->setText(serial);
@@ -349,7 +349,7 @@ void TestDialogs::setsTheSerialNumber()
 // The peer expects no request either.
 void TestDialogs::keepsATypedSerialNumber()
 {
-    const DialogRig<setSysInfoDlg> rig;
+    const DialogRig rig(makeDialog<setSysInfoDlg>);
     auto *edit = rig.find<QLineEdit>("serialEdit");
     QTest::keyClicks(edit, "KV2601SIM000001");
     QTest::keyClick(edit, Qt::Key_Return);
@@ -358,7 +358,7 @@ void TestDialogs::keepsATypedSerialNumber()
 
 void TestDialogs::makesASerialNumber()
 {
-    const DialogRig<setSysInfoDlg> rig;
+    const DialogRig rig(makeDialog<setSysInfoDlg>);
     const auto *edit = rig.find<QLineEdit>("serialEdit");
     QSet<QString> made;
     const auto another = [&] {
@@ -377,7 +377,7 @@ void TestDialogs::makesASerialNumber()
 
 void TestDialogs::offersNoUpgradeYet()
 {
-    const DialogRig<setSysInfoDlg> rig;
+    const DialogRig rig(makeDialog<setSysInfoDlg>);
     const auto *path = rig.find<QLineEdit>("firmwareEdit");
     QVERIFY(path->isReadOnly());
     const QString file = QCoreApplication::applicationFilePath();
