@@ -95,7 +95,7 @@ ConfigControl control::number(Limits limits, Accepted accepted)
 
 ConfigControl control::shownNumber(Limits limits, Accepted accepted)
 {
-    const ConfigControl shown = number(limits, accepted);
+    ConfigControl shown = number(limits, accepted);
     static_cast<QSpinBox *>(shown.widget)->setReadOnly(true);
     return shown;
 }
