@@ -152,7 +152,7 @@ private:
 
     /// False when the operator cancels.
     bool askUserId(uint32_t *userId);
-    bool listUsers(const Json::Value &users);
+    bool listUsers(const Json::Value &root);
 
     void savePng(const QString &prefix, const QImage &image);
     void saveRaw(const QString &caption, const QByteArray &pixels);

@@ -25,24 +25,25 @@ const char VendorKey[] = "qrabel274";
 
 std::optional<QString> latin1Text(const Json::Value &object, const char *key)
 {
+    const Json::Value *value = json::member(object, key);
     const std::optional<QByteArray> bytes = json::bytes(object, key);
-    return bytes && !object[key].isNull() ? std::make_optional(QString::fromLatin1(*bytes))
-                                          : std::nullopt;
+    return bytes && !value->isNull() ? std::make_optional(QString::fromLatin1(*bytes))
+                                     : std::nullopt;
 }
 
 /// Only what is a text in the document, up to a zero in it.
 std::optional<QString> latin1CString(const Json::Value &object, const char *key)
 {
-    return object[key].isString() ? std::make_optional(QString::fromLatin1(object[key].asCString()))
-                                  : std::nullopt;
+    const Json::Value *value = json::member(object, key);
+    return value && value->isString() ? std::make_optional(QString::fromLatin1(value->asCString()))
+                                      : std::nullopt;
 }
 
 std::optional<QString> decimal(const Json::Value &object, const char *key)
 {
-    if (object[key].isNull())
-        return std::nullopt;
+    const Json::Value *value = json::member(object, key);
     const std::optional<quint32> number = json::unsignedNumber(object, key);
-    return number ? std::make_optional(QString::number(*number)) : std::nullopt;
+    return number && !value->isNull() ? std::make_optional(QString::number(*number)) : std::nullopt;
 }
 
 /// A member of the system information and its line in the log; passed over when it is not there
@@ -140,7 +141,7 @@ void MainWindow::getSysInfoBtnClickAct()
         return;
     log(tr("System info acquiring succeeded."));
     Json::Value root;
-    if (!json::parse(text.data(), length, &root) || !root.isObject()) {
+    if (!json::parseObject(text.data(), length, &root)) {
         log(tr("JSON parsing failed."));
         return;
     }

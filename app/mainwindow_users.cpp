@@ -18,6 +18,7 @@
 #include <QSpinBox>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -103,21 +104,21 @@ void MainWindow::getUserListBtnClickAct()
     log(tr("Data reading succeeded：%1").arg(length));
 
     Json::Value root;
-    const bool parsed = json::parse(reinterpret_cast<const char *>(text.data()), length, &root);
-    if (!parsed || !root.isObject() || !listUsers(root["user_list"]))
+    if (!json::parseObject(reinterpret_cast<const char *>(text.data()), length, &root) ||
+        !listUsers(root))
         log(tr("JSON parsing failed."));
 }
 
-bool MainWindow::listUsers(const Json::Value &users)
+bool MainWindow::listUsers(const Json::Value &root)
 {
-    if (!users.isArray())
+    const Json::Value *users = json::array(root, "user_list");
+    if (!users)
         return true;
-    const auto isObject = [](const Json::Value &user) { return user.isObject(); };
-    if (!std::all_of(users.begin(), users.end(), isObject))
+    if (!std::all_of(users->begin(), users->end(), std::mem_fn(&Json::Value::isObject)))
         return false;
 
-    QStringList lines(tr("User count：%1").arg(users.size()));
-    for (const Json::Value &user : users) {
+    QStringList lines(tr("User count：%1").arg(users->size()));
+    for (const Json::Value &user : *users) {
         const qint64 features = qint64{json::number(user, "vein_cnt").value_or(0)} +
                                 json::number(user, "print_cnt").value_or(0);
         lines.append(tr("UID:%1, username: %2, feature count:%3")

@@ -20,18 +20,10 @@
 
 namespace {
 
-/// Whether keys can be looked for in it; a null has none.
-bool isWalkable(const Json::Value &value)
-{
-    return value.isObject() || value.isNull();
-}
-
 /// Null where the document has no such block.
 const Json::Value *findBlock(const Json::Value &root, const char *name)
 {
-    if (!name)
-        return &root;
-    return root.isMember(name) ? &root[name] : nullptr;
+    return name ? json::member(root, name) : &root;
 }
 
 } // namespace
@@ -129,12 +121,11 @@ void ConfigDialog::issue(const QByteArray &text, const QString &line)
 
 bool ConfigDialog::parse(const QByteArray &text, Json::Value *root) const
 {
-    if (!json::parse(text.constData(), static_cast<size_t>(text.size()), root) ||
-        !isWalkable(*root))
+    if (!json::parseObject(text.constData(), static_cast<size_t>(text.size()), root))
         return false;
     return std::all_of(blocks.begin(), blocks.end(), [root](const ConfigBlock &block) {
         const Json::Value *object = findBlock(*root, block.name);
-        return !object || isWalkable(*object);
+        return !object || json::hasMembers(*object);
     });
 }
 
@@ -149,7 +140,7 @@ void ConfigDialog::showDocument(const Json::Value &root)
 void ConfigDialog::showBlock(const ConfigBlock &block, const Json::Value &object)
 {
     for (const ConfigKey &key : block.keys) {
-        if (!object.isMember(key.name) || key.control.show(object, key.name))
+        if (!json::member(object, key.name) || key.control.show(object, key.name))
             continue;
         if (!key.wrong.isEmpty())
             log(key.wrong);

@@ -7,9 +7,11 @@
 
 namespace {
 
-const Json::Value *member(const Json::Value &object, const char *key)
+std::optional<QByteArray> utf8(const Json::Value &value)
 {
-    return object.isObject() && object.isMember(key) ? &object[key] : nullptr;
+    return value.isConvertibleTo(Json::stringValue)
+               ? std::make_optional(QByteArray::fromStdString(value.asString()))
+               : std::nullopt;
 }
 
 } // namespace
@@ -26,6 +28,16 @@ bool json::parse(const char *text, size_t length, Json::Value *root)
     return false;
 }
 
+bool json::hasMembers(const Json::Value &value)
+{
+    return value.isObject() || value.isNull();
+}
+
+bool json::parseObject(const char *text, size_t length, Json::Value *root)
+{
+    return parse(text, length, root) && hasMembers(*root);
+}
+
 QByteArray json::written(const Json::Value &root)
 {
     Json::StreamWriterBuilder writer;
@@ -33,19 +45,34 @@ QByteArray json::written(const Json::Value &root)
     return QByteArray::fromStdString(Json::writeString(writer, root));
 }
 
+const Json::Value *json::member(const Json::Value &object, const char *key)
+{
+    return object.isObject() && object.isMember(key) ? &object[key] : nullptr;
+}
+
+const Json::Value *json::array(const Json::Value &object, const char *key)
+{
+    const Json::Value *value = member(object, key);
+    return value && value->isArray() ? value : nullptr;
+}
+
+std::optional<QString> json::text(const Json::Value &value)
+{
+    const std::optional<QByteArray> text = utf8(value);
+    return text ? std::make_optional(QString::fromUtf8(text->constData(), text->size()))
+                : std::nullopt;
+}
+
 std::optional<QString> json::text(const Json::Value &object, const char *key)
 {
-    const std::optional<QByteArray> utf8 = bytes(object, key);
-    return utf8 ? std::make_optional(QString::fromUtf8(utf8->constData(), utf8->size()))
-                : std::nullopt;
+    const Json::Value *value = member(object, key);
+    return value ? text(*value) : std::nullopt;
 }
 
 std::optional<QByteArray> json::bytes(const Json::Value &object, const char *key)
 {
     const Json::Value *value = member(object, key);
-    if (!value || !value->isConvertibleTo(Json::stringValue))
-        return std::nullopt;
-    return QByteArray::fromStdString(value->asString());
+    return value ? utf8(*value) : std::nullopt;
 }
 
 std::optional<int> json::number(const Json::Value &object, const char *key)
