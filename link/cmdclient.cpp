@@ -68,6 +68,11 @@ bool CmdClient::disconnectFromDevice()
     return true;
 }
 
+bool CmdClient::hasConnection() const
+{
+    return socket->state() == QAbstractSocket::ConnectedState;
+}
+
 int CmdClient::sendPacket(uint32_t totalLength)
 {
     if (totalLength < wire::AckSize || totalLength > wire::SendCapacity)

@@ -33,6 +33,8 @@ public:
     /// first (at most 3 s). A null host is an empty one.
     bool connectToDevice(const char *host, quint16 port);
     bool disconnectFromDevice();
+    /// Whether the connection stands right now; no longer when the terminal has ended it.
+    bool hasConnection() const;
 
     /// Whether a command is waiting for its reply right now.
     bool isWaiting() const { return waiting; }

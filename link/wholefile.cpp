@@ -7,7 +7,11 @@ bool writeWholeFile(const QString &path, const QByteArray &content)
     QSaveFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::WriteOnly))
         return false;
+    return file.write(content) == content.size() && commitWhole(&file);
+}
+
+bool commitWhole(QSaveFile *file)
+{
     // What is still buffered at commit() can be lost on a full disk without a word.
-    const bool written = file.write(content) == content.size() && file.flush();
-    return written && file.commit();
+    return file->flush() && file->commit();
 }
