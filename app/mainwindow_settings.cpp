@@ -3,6 +3,8 @@
 #include "config/json.h"
 #include "config/outputcfgdlg.h"
 #include "config/vendorcfgdlg.h"
+#include "dialogs/accessrecorddlg.h"
+#include "dialogs/qrcodedialog.h"
 #include "dialogs/setsysinfodlg.h"
 #include "link/cmdclient.h"
 #include "link/textlog.h"
@@ -125,12 +127,12 @@ void MainWindow::sysCfgBtnClickAct()
 
 void MainWindow::recordBtnClickAct()
 {
-    notSupported();
+    runDialog<AccessRecordDlg>();
 }
 
 void MainWindow::qrcodeBtnClickAct()
 {
-    notSupported();
+    runDialog<QRCodeDialog>();
 }
 
 void MainWindow::getSysInfoBtnClickAct()

@@ -1,5 +1,6 @@
 #include "dialogs/adduserdlg.h"
 
+#include "dialogs/textfield.h"
 #include "link/cmdclient.h"
 #include "widgets/controls.h"
 
@@ -8,8 +9,6 @@
 #include <QLineEdit>
 #include <QRegExpValidator>
 #include <QSpinBox>
-
-#include <cstring>
 
 namespace {
 
@@ -28,17 +27,6 @@ QLineEdit *createEdit(const char *name, int maxLength)
     edit->setObjectName(QLatin1String(name));
     edit->setMaxLength(maxLength);
     return edit;
-}
-
-/// Copies an edit's text into a field of fixed width, zeros behind it; false when it is too long.
-template <size_t Width> bool fillField(char (&field)[Width], const QLineEdit *edit)
-{
-    const QByteArray bytes = controls::wholeText(edit).toUtf8();
-    if (bytes.size() > static_cast<int>(Width))
-        return false;
-    std::memset(field, 0, Width);
-    std::memcpy(field, bytes.constData(), static_cast<size_t>(bytes.size()));
-    return true;
 }
 
 } // namespace

@@ -1,0 +1,203 @@
+#include "dialogs/accessrecorddlg.h"
+
+#include "config/json.h"
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+#include "link/wholefile.h"
+#include "widgets/controls.h"
+
+#include <QBoxLayout>
+#include <QCoreApplication>
+#include <QDateEdit>
+#include <QGridLayout>
+#include <QSaveFile>
+
+#include <algorithm>
+
+namespace {
+
+constexpr QSize DialogSize(370, 200);
+constexpr QSize LabelSize(50, 27);
+constexpr QSize DateSize(120, 27);
+constexpr QSize ButtonSize(100, 27);
+constexpr int ButtonColumns = 3;
+
+constexpr int MonthsBack = 36;
+constexpr int MonthsAhead = 12;
+
+constexpr size_t PageCapacity = 409600;
+constexpr size_t FileListCapacity = 4224;
+constexpr uint32_t MostShown = 100;
+
+// A record begins with its type; its four texts end with a zero byte.
+constexpr size_t TextOffsets[] = {4, 20, 36, 68};
+
+/// A text that fills its field runs on into the next one, but never past the record.
+QString recordText(const uint8_t *record, size_t offset)
+{
+    const uint8_t *begin = record + offset;
+    const uint8_t *end = std::find(begin, record + wire::RecordSize, 0);
+    return QString::fromUtf8(reinterpret_cast<const char *>(begin), static_cast<int>(end - begin));
+}
+
+} // namespace
+
+AccessRecordDlg::AccessRecordDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
+    : DeviceDialog(cmdClient, log, parent)
+{
+    setWindowTitle(tr("Access Record Management"));
+    setFixedSize(DialogSize);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(createDateRow());
+    layout->addLayout(createButtonGrid());
+    controls::keepEnterFromButtons(this);
+}
+
+QLayout *AccessRecordDlg::createDateRow()
+{
+    dateEdit = controls::sized(new QDateEdit, DateSize);
+    dateEdit->setObjectName(QStringLiteral("dateEdit"));
+    prepareMonthEdit(dateEdit, QDate::currentDate());
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(controls::label(tr("Date:"), LabelSize, dateEdit));
+    row->addStretch(0);
+    row->addWidget(dateEdit);
+    row->addStretch(3);
+    return row;
+}
+
+void AccessRecordDlg::prepareMonthEdit(QDateEdit *edit, const QDate &today)
+{
+    edit->setDisplayFormat(QStringLiteral("yyyy-MM"));
+    edit->setDateRange(today.addMonths(-MonthsBack), today.addMonths(MonthsAhead));
+    edit->setDate(today);
+}
+
+QLayout *AccessRecordDlg::createButtonGrid()
+{
+    const std::pair<QString, const char *> buttons[] = {
+        {tr("Acquire Logs"), SLOT(getRecordFilesBtnClickAct())},
+        {tr("Delete Logs"), SLOT(delRecordBtnClickAct())},
+        {tr("Clear Logs"), SLOT(clearRecordBtnClickAct())},
+        {tr("Load Logs"), SLOT(readRecordBtnClickAct())},
+        {tr("Export Logs"), SLOT(exportRecordBtnClickAct())},
+    };
+    auto *grid = new QGridLayout;
+    int cell = 0;
+    for (const auto &[caption, slot] : buttons) {
+        grid->addWidget(controls::button(caption, ButtonSize, this, slot), cell / ButtonColumns,
+                        cell % ButtonColumns);
+        ++cell;
+    }
+    grid->setColumnStretch(ButtonColumns, 1);
+    return grid;
+}
+
+bool AccessRecordDlg::fetchPage(uint32_t firstIndex, RecordPage *page)
+{
+    page->bytes.resize(PageCapacity);
+    const QDate date = dateEdit->date();
+    return client->getMonthRecords(static_cast<uint16_t>(date.year()),
+                                   static_cast<uint8_t>(date.month()), page->bytes.data(),
+                                   page->bytes.size(), firstIndex, &page->count);
+}
+
+QStringList AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
+{
+    const QString form = tr("Index%1: (%2, %3, %4, %5, %6)");
+    const QString types[] = {tr("Palm"), tr("Card"), QString()}; // for 0, 1, any other
+    QStringList lines;
+    for (uint32_t i = from; i < page.count; ++i) {
+        const uint8_t *record = page.bytes.data() + i * wire::RecordSize;
+        QString texts[4];
+        for (int k = 0; k < 4; ++k)
+            texts[k] = recordText(record, TextOffsets[k]);
+        lines.append(form.arg(QString::number(firstIndex + i), texts[0], texts[1],
+                              types[qMin<int>(record[0], 2)], texts[2], texts[3]));
+    }
+    return lines;
+}
+
+void AccessRecordDlg::getRecordFilesBtnClickAct()
+{
+    std::vector<char> text(FileListCapacity);
+    uint32_t length = 0;
+    if (!client->getRecordFileList(text.data(), &length, text.size()))
+        return;
+    log(tr("Data loaded：%1").arg(length));
+    Json::Value root;
+    if (!json::parseObject(text.data(), length, &root)) {
+        log(tr("json parsing failed."));
+        return;
+    }
+    const Json::Value *files = json::array(root, "record_files");
+    if (!files)
+        return;
+    QStringList lines;
+    for (const Json::Value &file : *files) {
+        if (const std::optional<QString> name = json::text(file))
+            lines.append(*name);
+    }
+    textlog::append(infoText, lines);
+}
+
+void AccessRecordDlg::readRecordBtnClickAct()
+{
+    RecordPage page;
+    if (!fetchPage(0, &page))
+        return;
+    log(tr("Record loaded：%1").arg(page.count));
+    textlog::append(infoText, recordLines(page, page.count - qMin(page.count, MostShown), 0));
+}
+
+void AccessRecordDlg::exportRecordBtnClickAct()
+{
+    const QString path =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/record_%1_%2.txt")
+                                                     .arg(dateEdit->date().year())
+                                                     .arg(dateEdit->date().month());
+    QSaveFile file(path);
+    uint32_t lastCount = 0;
+    if (!file.open(QIODevice::WriteOnly) || !exportPages(&file, &lastCount) ||
+        !commitWhole(&file)) {
+        log(tr("Fail to save the data file."));
+        return;
+    }
+    log(tr("Record loaded：%1").arg(lastCount));
+    log(tr("Record data saved to %1").arg(path));
+}
+
+bool AccessRecordDlg::exportPages(QSaveFile *file, uint32_t *lastCount)
+{
+    RecordPage page;
+    for (uint32_t firstIndex = 0;; firstIndex += wire::RecordsPerPage) {
+        while (!fetchPage(firstIndex, &page)) {
+            if (!client->hasConnection())
+                return false;
+        }
+        QByteArray text;
+        for (const QString &line : recordLines(page, 0, firstIndex))
+            text += line.toUtf8() + '\n';
+        if (file->write(text) != text.size())
+            return false;
+        if (page.count < wire::RecordsPerPage)
+            break;
+    }
+    *lastCount = page.count;
+    return true;
+}
+
+void AccessRecordDlg::delRecordBtnClickAct()
+{
+    const QDate date = dateEdit->date();
+    if (client->deleteMonthRecords(static_cast<uint16_t>(date.year()),
+                                   static_cast<uint8_t>(date.month())))
+        log(tr("Record deleted."));
+}
+
+void AccessRecordDlg::clearRecordBtnClickAct()
+{
+    if (client->clearRecords())
+        log(tr("Record cleared."));
+}

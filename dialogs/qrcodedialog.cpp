@@ -1,0 +1,124 @@
+#include "dialogs/qrcodedialog.h"
+
+#include "config/json.h"
+#include "dialogs/textfield.h"
+#include "dialogs/ui_qrcodedialog.h"
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include <algorithm>
+#include <functional>
+
+namespace {
+
+constexpr size_t ListCapacity = 819200;
+
+void fillTime(quint8 (&field)[7], const QDateTime &time)
+{
+    const QDate date = time.date();
+    const QTime clock = time.time();
+    const int parts[7] = {date.year() / 100, date.year() % 100, date.month(),  date.day(),
+                          clock.hour(),      clock.minute(),    clock.second()};
+    std::copy(std::begin(parts), std::end(parts), field);
+}
+
+} // namespace
+
+QRCodeDialog::QRCodeDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
+    : DeviceDialog(cmdClient, log, parent),
+      ui(std::make_unique<Ui::QRCodeDialog>())
+{
+    ui->setupUi(this);
+}
+
+QRCodeDialog::~QRCodeDialog() = default;
+
+void QRCodeDialog::on_add_btn_clicked()
+{
+    QrEntry entry;
+    if (fill(&entry) && client->addQrCode(&entry))
+        log(tr("QR code added."));
+}
+
+bool QRCodeDialog::fill(QrEntry *entry)
+{
+    const QString problem = [=] {
+        if (ui->qr_note_line->text().trimmed().isEmpty())
+            return tr("Empty QR code remarks.");
+        if (!fillField(entry->remark, ui->qr_note_line))
+            return tr("The QR code remarks are too long.");
+        if (ui->qr_data_line->text().trimmed().isEmpty())
+            return tr("Empty QR code data.");
+        if (!fillField(entry->data, ui->qr_data_line))
+            return tr("The QR code data is too long.");
+        if (ui->start_time_edit->dateTime() >= ui->end_time_edit->dateTime())
+            return tr("There is an error in the expiration date data.");
+        return QString();
+    }();
+    if (!problem.isEmpty())
+        log(problem);
+    fillTime(entry->startTime, ui->start_time_edit->dateTime());
+    fillTime(entry->endTime, ui->end_time_edit->dateTime());
+    return problem.isEmpty();
+}
+
+void QRCodeDialog::on_readBtn_clicked()
+{
+    std::vector<char> text(ListCapacity);
+    uint32_t length = 0;
+    if (!client->getQrCodeList(text.data(), &length, text.size()))
+        return;
+    log(tr("data loaded：%1").arg(length));
+    Json::Value root;
+    if (!json::parseObject(text.data(), length, &root) || !listCodes(root))
+        log(tr("json parsing failed."));
+}
+
+bool QRCodeDialog::listCodes(const Json::Value &root)
+{
+    const Json::Value *codes = json::array(root, "qrcode data");
+    if (!codes)
+        return true;
+    if (!std::all_of(codes->begin(), codes->end(), std::mem_fn(&Json::Value::isObject)))
+        return false;
+
+    QStringList lines(tr("QR code record count：%1").arg(codes->size()));
+    for (const Json::Value &code : *codes) {
+        const auto text = [&code](const char *key) {
+            return json::text(code, key).value_or(QString());
+        };
+        lines.append(tr("[%1][%2 %3]: %4").arg(text("name"), text("st"), text("et"), text("QR")));
+    }
+    textlog::append(infoText, lines);
+    return true;
+}
+
+void QRCodeDialog::on_del_by_note_btn_clicked()
+{
+    remove(&CmdClient::deleteQrCodeByRemark, tr("QR remark："));
+}
+
+void QRCodeDialog::on_del_by_data_btn_clicked()
+{
+    remove(&CmdClient::deleteQrCodeByData, tr("QR info："));
+}
+
+void QRCodeDialog::remove(bool (CmdClient::*command)(const char *text), const QString &label)
+{
+    bool chosen = false;
+    const QString text =
+        QInputDialog::getText(this, tr("del QR"), label, QLineEdit::Normal, QString(), &chosen);
+    if (chosen && (client->*command)(text.toUtf8().constData()))
+        log(tr("QR code deleted."));
+}
+
+void QRCodeDialog::on_clear_btn_clicked()
+{
+    const auto answer = QMessageBox::warning(this, tr("warn"), tr("sure to clear QR code data?"),
+                                             QMessageBox::Yes | QMessageBox::No);
+    if (answer != QMessageBox::No && client->clearQrCodes())
+        log(tr("QR code data cleared."));
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "link/wire.h"
+#include "widgets/devicedialog.h"
+
+#include <memory>
+
+namespace Json {
+class Value;
+}
+namespace Ui {
+class QRCodeDialog;
+}
+
+/// "QR Code Recognit": adds, lists and removes the QR codes that open the way.
+class QRCodeDialog : public DeviceDialog
+{
+    Q_OBJECT
+
+public:
+    QRCodeDialog(CmdClient *client, QTextEdit *infoText, QWidget *parent);
+    ~QRCodeDialog() override;
+
+private slots:
+    void on_add_btn_clicked();
+    void on_readBtn_clicked();
+    void on_del_by_note_btn_clicked();
+    void on_del_by_data_btn_clicked();
+    void on_clear_btn_clicked();
+
+private:
+    /// False, with a line in the log, when a text is missing or too long or the times are wrong.
+    bool fill(QrEntry *entry);
+    /// False when the document has another shape.
+    bool listCodes(const Json::Value &root);
+    /// Asks for the text of the codes and deletes them.
+    void remove(bool (CmdClient::*command)(const char *text), const QString &label);
+
+    std::unique_ptr<Ui::QRCodeDialog> ui;
+};
