@@ -4,7 +4,9 @@
 #include "config/usercfgdlg.h"
 #include "config/vendorcfgdlg.h"
 #include "dialogrig.h"
+#include "dialogs/accessrecorddlg.h"
 #include "dialogs/adduserdlg.h"
+#include "dialogs/qrcodedialog.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "dialogs/setsysinfodlg.h"
 #include "widgets/elidingcombobox.h"
@@ -85,6 +87,8 @@ void TestDialogs::showsAllOfItsTexts_data()
     row("parameters", makeDialog<OutputCfgDlg>, "Parameter Setting", {730, 600});
     row("user-configuration", makeDialog<UserCfgDlg>, "User Config");
     row("device-information", makeDialog<vendorCfgDlg>, "Device Info", {1000, 320});
+    row("access-records", makeDialog<AccessRecordDlg>, "Access Record Management", {370, 200});
+    row("qr-codes", makeDialog<QRCodeDialog>, "QR Code Recognit", {530, 340});
 }
 
 // Nothing is clipped, and nothing lies over something else.

@@ -1,0 +1,332 @@
+#include "dialogrig.h"
+#include "dialogs/accessrecorddlg.h"
+#include "simulator/faultspec.h"
+#include "simulator/terminal.h"
+
+#include <QDateEdit>
+#include <QtTest>
+
+class TestRecords : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { clear(folder()); }
+    void showsAPage_data();
+    void showsAPage();
+    void listsTheFiles_data();
+    void listsTheFiles();
+    void exportsAMonth_data();
+    void exportsAMonth();
+    void keepsTheOldFile_data();
+    void keepsTheOldFile();
+    void removes();
+    void reachesEveryMonth_data();
+    void reachesEveryMonth();
+
+private:
+    static QDir folder() { return QCoreApplication::applicationDirPath(); }
+    static void clear(const QDir &folder)
+    {
+        for (const QFileInfo &entry : folder.entryInfoList({"record_*"}))
+            entry.isDir() ? QDir(entry.filePath()).removeRecursively()
+                          : QFile::remove(entry.filePath());
+    }
+};
+
+namespace {
+
+const QDate Today = QDate::currentDate();
+const QByteArray Ok = hex("EAC5 000001 00");
+
+QByteArray record(int type, const QByteArray &first, const QByteArray &second,
+                  const QByteArray &third, const QByteArray &fourth)
+{
+    return QByteArray(1, static_cast<char>(type)) + "\xEE\xEE\xEE" + first.leftJustified(16, '\0') +
+           second.leftJustified(16, '\0') + third.leftJustified(32, '\0') +
+           fourth.leftJustified(32, '\0');
+}
+
+QByteArray bigEndian(quint32 number, int width)
+{
+    QByteArray bytes;
+    while (--width >= 0)
+        bytes.append(static_cast<char>(number >> (8 * width)));
+    return bytes;
+}
+
+QByteArray monthRequest(const char *code, const QDate &month)
+{
+    return hex(code) + bigEndian(static_cast<quint32>(month.year()), 2) +
+           static_cast<char>(month.month());
+}
+
+QByteArray pageRequest(quint32 start)
+{
+    return hex("EAC5 000008") + monthRequest("43", Today) + bigEndian(start, 4);
+}
+
+QByteArray page(const QList<QByteArray> &records)
+{
+    return head(3 + 100 * records.size()) + '\0' +
+           bigEndian(static_cast<quint32>(records.size()), 2) + records.join();
+}
+
+QString exportPath()
+{
+    return QCoreApplication::applicationDirPath() +
+           QString("/record_%1_%2.txt").arg(Today.year()).arg(Today.month());
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
+}
+
+struct RecordRig : DialogRig
+{
+    RecordRig()
+        : DialogRig(makeDialog<AccessRecordDlg>)
+    {
+        // Whatever the day, the requests are for the month that the test began in.
+        find<QDateEdit>("dateEdit")->setDate(Today);
+    }
+};
+
+} // namespace
+
+void TestRecords::showsAPage_data()
+{
+    QTest::addColumn<QList<QByteArray>>("records");
+    QTest::addColumn<QStringList>("lines");
+    const auto row = [](const char *tag, const QList<QByteArray> &records,
+                        const QStringList &lines) { QTest::newRow(tag) << records << lines; };
+    row("none", {}, {});
+    row("types",
+        {record(0, "2026-11-01", "09:05:00", "张三", "Lab"), record(1, "a", "b", "c", "d"),
+         record(255, "", "", "", ""), record(2, "a", "b", "c", "d")},
+        {"Index0: (2026-11-01, 09:05:00, Palm, 张三, Lab)", "Index1: (a, b, Card, c, d)",
+         "Index2: (, , , , )", "Index3: (a, b, , c, d)"});
+    row("literal", {record(0, "<b>1</b>", "%1 %2", "a\nb", "&lt;%3")},
+        {"Index0: (<b>1</b>, %1 %2, Palm, a", "b, &lt;%3)"});
+    row("behind-zero", {record(0, QByteArray("a\0b", 3), QByteArray("\0c", 2), "d", "e")},
+        {"Index0: (a, , Palm, d, e)"});
+    row("full-field", {record(0, QByteArray(16, 'a'), "b", "c", "d")},
+        {"Index0: (aaaaaaaaaaaaaaaab, b, Palm, c, d)"});
+    // The last field ends with the record, whatever follows.
+    row("full-record",
+        {record(0, QByteArray(16, '1'), QByteArray(16, '2'), QByteArray(32, '3'),
+                QByteArray(32, '4')),
+         record(1, "a", "b", "c", "d")},
+        {"Index0: (" + QString(16, '1') + QString(16, '2') + QString(32, '3') + QString(32, '4') +
+             ", " + QString(16, '2') + QString(32, '3') + QString(32, '4') + ", Palm, " +
+             QString(32, '3') + QString(32, '4') + ", " + QString(32, '4') + ")",
+         "Index1: (a, b, Card, c, d)"});
+    row("no-utf-8", {record(0, "\xFF", "b", "c", "d")},
+        {QString("Index0: (%1, b, Palm, c, d)").arg(QChar(0xFFFD))});
+    QList<QByteArray> many;
+    QStringList last;
+    for (int i = 0; i < 150; ++i) {
+        many << record(0, QByteArray::number(i), "b", "c", "d");
+        if (i >= 50)
+            last << QString("Index%1: (%1, b, Palm, c, d)").arg(i);
+    }
+    row("150", many, last);
+}
+
+void TestRecords::showsAPage()
+{
+    QFETCH(QList<QByteArray>, records);
+    QFETCH(QStringList, lines);
+    RecordRig rig;
+    rig.peer.expect({pageRequest(0), {page(records)}});
+    rig.click("readRecordBtnClickAct");
+    const QStringList told{QString("The loaded data count：%1").arg(3 + 100 * records.size()),
+                           QString("Record loaded：%1").arg(records.size())};
+    QCOMPARE(rig.lines(), told + lines);
+
+    rig.log.clear();
+    rig.peer.expect({pageRequest(0), {hex("EAC5 000001 07")}});
+    rig.click("readRecordBtnClickAct");
+    QCOMPARE(rig.lines(), QStringList("Unknown error: 7"));
+}
+
+void TestRecords::listsTheFiles_data()
+{
+    QTest::addColumn<QByteArray>("document");
+    QTest::addColumn<QStringList>("lines");
+    const auto row = [](const char *tag, const QByteArray &document, const QStringList &lines) {
+        QTest::newRow(tag) << document << lines;
+    };
+    const QStringList unreadable("json parsing failed.");
+    row("files", R"({"record_files": ["record_2026_11.dat", "记录<b>%1"], "more": 1})",
+        {"record_2026_11.dat", "记录<b>%1"});
+    row("other-kinds", R"({"record_files": ["a", {}, ["b"], 7, "c"]})", {"a", "7", "c"});
+    row("empty", R"({"record_files": []})", {});
+    row("no-array", R"({"record_files": "a"})", {});
+    row("absent", "{}", {});
+    row("no-object", "[1]", unreadable);
+    row("no-json", "record", unreadable);
+    row("nothing", "", unreadable);
+}
+
+void TestRecords::listsTheFiles()
+{
+    QFETCH(QByteArray, document);
+    QFETCH(QStringList, lines);
+    RecordRig rig;
+    rig.peer.expect({hex("EAC5 000001 40"), {head(document.size() + 1) + '\0' + document}});
+    rig.click("getRecordFilesBtnClickAct");
+    QCOMPARE(rig.lines(), QStringList(QString("Data loaded：%1").arg(document.size())) + lines);
+}
+
+void TestRecords::exportsAMonth_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<int>("last"); ///< records in the last page
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("complaint");
+    QTest::newRow("0") << 0 << 0 << ""
+                       << "";
+    QTest::newRow("150") << 150 << 150 << ""
+                         << "";
+    QTest::newRow("2999") << 2999 << 2999 << ""
+                          << "";
+    QTest::newRow("3000") << 3000 << 0 << ""
+                          << "";
+    QTest::newRow("3001") << 3001 << 1 << ""
+                          << "";
+    QTest::newRow("4500") << 4500 << 1500 << ""
+                          << "";
+    QTest::newRow("100000") << 100000 << 1000 << ""
+                            << "";
+    QTest::newRow("cut-short") << 6001 << 1 << "getMonthRecords:cut=299999,from=2,times=1"
+                               << "Fail to accept ACK.";
+    QTest::newRow("refused") << 6001 << 1 << "getMonthRecords:status=9,from=2,times=40"
+                             << "Unknown error: 9";
+    QTest::newRow("counts-too-many") << 6001 << 1 << "getMonthRecords:length=200003,from=2,times=1"
+                                     << "Unknown error: 0";
+}
+
+void TestRecords::exportsAMonth()
+{
+    QFETCH(int, count);
+    QFETCH(int, last);
+    QFETCH(QString, fault);
+    QFETCH(QString, complaint);
+    sim::TerminalOptions options;
+    if (!fault.isEmpty()) {
+        sim::Fault parsed;
+        QString error;
+        QVERIFY2(sim::parseFault(fault, &parsed, &error), qPrintable(error));
+        options.faults.faults << parsed;
+    }
+    sim::Terminal terminal(options);
+    QVERIFY(terminal.listen(QHostAddress::LocalHost, 0));
+    sim::RecordBook &book = terminal.device().state.records;
+    const sim::Month month(Today.year(), Today.month());
+    book.counts = {{month, count}};
+
+    RecordRig rig;
+    rig.client.connectToDevice("127.0.0.1", terminal.port());
+    rig.log.clear();
+    rig.click("exportRecordBtnClickAct");
+    const QStringList lines = rig.lines();
+    QCOMPARE(lines.mid(lines.size() - 2), QStringList({QString("Record loaded：%1").arg(last),
+                                                       "Record data saved to " + exportPath()}));
+    QCOMPARE(lines.contains(complaint), !complaint.isEmpty());
+
+    const QByteArray content = contentOf(exportPath());
+    QCOMPARE(content.count('\n'), count);
+    QVERIFY(count == 0 || content.endsWith(")\n"));
+    int i = 0;
+    for (const QByteArray &line : content.split('\n').mid(0, count)) {
+        const sim::AccessRecord expected = sim::recordAt(book, month, i);
+        const QString text =
+            QString("Index%1: (%2, %3, %4, %5, %6)")
+                .arg(i)
+                .arg(expected.time.toString("yyyy-MM-dd"), expected.time.toString("hh:mm:ss"),
+                     expected.type == sim::AccessRecord::Type::Card ? "Card" : "Palm",
+                     expected.userName, expected.department);
+        if (line != text.toUtf8())
+            QCOMPARE(QString::fromUtf8(line), text);
+        ++i;
+    }
+}
+
+void TestRecords::keepsTheOldFile_data()
+{
+    QTest::addColumn<bool>("blocked"); ///< something stands where the file would
+    QTest::addColumn<bool>("breaks");  ///< the connection, in the middle of the second page
+    QTest::newRow("connection-gone") << false << true;
+    QTest::newRow("not-writable") << true << false;
+}
+
+void TestRecords::keepsTheOldFile()
+{
+    QFETCH(bool, blocked);
+    QFETCH(bool, breaks);
+    if (blocked) {
+        QVERIFY(folder().mkpath(exportPath() + "/full"));
+    } else {
+        QFile old(exportPath());
+        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old\n") == 4);
+    }
+    RecordRig rig;
+    if (breaks) {
+        const QByteArray whole = record(0, "a", "b", "c", "d").repeated(3000);
+        rig.peer.expect({pageRequest(0), {hex("EAC5 0493E3 00 0BB8") + whole}});
+        rig.peer.expect({pageRequest(3000), {hex("EAC5 0493E3 00 0BB8") + whole.left(5000)}, true});
+    }
+    rig.click("exportRecordBtnClickAct");
+    QCOMPARE(rig.lines().last(), QString("Fail to save the data file."));
+    QCOMPARE(folder().entryList({"record_*"}).size(), 1); // nor is there half a file
+    if (!blocked)
+        QCOMPARE(contentOf(exportPath()), QByteArray("old\n"));
+}
+
+void TestRecords::removes()
+{
+    RecordRig rig;
+    const QDate other = Today.addMonths(-7);
+    rig.find<QDateEdit>("dateEdit")->setDate(other);
+    for (const QByteArray &answer : {Ok, hex("EAC5 000001 05")}) {
+        rig.peer.expect({hex("EAC5 000004") + monthRequest("41", other), {answer}});
+        rig.click("delRecordBtnClickAct");
+        rig.peer.expect({hex("EAC5 000001 42"), {answer}});
+        rig.click("clearRecordBtnClickAct");
+    }
+    QCOMPARE(rig.lines(), QStringList({"Record deleted.", "Record cleared.", "Unknown error.",
+                                       "Unknown error."}));
+}
+
+void TestRecords::reachesEveryMonth_data()
+{
+    QTest::addColumn<QDate>("today");
+    for (const char *day : {"2026-11-23", "2026-12-31", "2027-01-31", "2027-03-30", "2027-03-29",
+                            "2028-02-29", "2027-02-28", "2026-05-31"})
+        QTest::newRow(day) << QDate::fromString(day, Qt::ISODate);
+}
+
+// By typing, though the day, which is not shown, does not exist in all of them.
+void TestRecords::reachesEveryMonth()
+{
+    QFETCH(QDate, today);
+    QDateEdit edit;
+    AccessRecordDlg::prepareMonthEdit(&edit, today);
+    QCOMPARE(edit.text(), today.toString("yyyy-MM"));
+    const QDate first(today.year(), today.month(), 1);
+    for (int month = -37; month <= 13; ++month) {
+        edit.setDate(today);
+        edit.setSelectedSection(QDateTimeEdit::YearSection);
+        const QString typed = first.addMonths(month).toString("yyyyMM");
+        QTest::keyClicks(&edit, typed);
+        QTest::keyClick(&edit, Qt::Key_Return);
+        const bool allowed = month >= -36 && month <= 12;
+        QVERIFY2((edit.date().toString("yyyyMM") == typed) == allowed, qPrintable(typed));
+    }
+}
+
+QTEST_MAIN(TestRecords)
+#include "tst_records.moc"
