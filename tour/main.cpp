@@ -57,10 +57,10 @@ bool saveLogs(const Console &console, const QString &path)
 /// to replace what was saved then.
 void removeLeftovers(const QDir &output)
 {
-    const QStringList files =
-        output.entryList({QStringLiteral("[0-9][0-9]-*.png"), QStringLiteral("ir_*.png"),
-                          QStringLiteral("tour-*.bin"), QStringLiteral("tour-*.cfg")},
-                         QDir::Files);
+    const QStringList files = output.entryList(
+        {QStringLiteral("[0-9][0-9]-*.png"), QStringLiteral("ir_*.png"),
+         QStringLiteral("tour-*.bin"), QStringLiteral("tour-*.cfg"), QStringLiteral("tour-*.txt")},
+        QDir::Files);
     for (const QString &file : files)
         QFile::remove(output.filePath(file));
 }

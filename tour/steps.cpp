@@ -155,7 +155,8 @@ std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder)
     addPreviewSteps(&steps, QStringLiteral("palm-vein"), "showIrBtnClickAct", {"irImgLabel"});
     addPreviewSteps(&steps, QStringLiteral("joint"), "showMixBtnClickAct",
                     {"irImgLabel", "rgbImgLabel"});
-    for (const auto &family : {userSteps(folder), configSteps(folder), settingsSteps(folder)})
+    for (const auto &family :
+         {userSteps(folder), configSteps(folder), recordSteps(folder), settingsSteps(folder)})
         steps.insert(steps.end(), family.begin(), family.end());
     addDisconnectStep(&steps);
     return steps;

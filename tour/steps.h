@@ -35,5 +35,7 @@ std::vector<Step> userSteps(const QDir &folder);
 std::vector<Step> settingsSteps(const QDir &folder);
 /// Those of the configuration dialogs.
 std::vector<Step> configSteps(const QDir &folder);
+/// Those of the access records and the QR codes.
+std::vector<Step> recordSteps(const QDir &folder);
 
 std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder);

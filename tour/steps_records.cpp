@@ -1,0 +1,83 @@
+#include "tour/answers.h"
+#include "tour/steps.h"
+
+#include <QDateTimeEdit>
+
+namespace {
+
+/// Lists the files, shows the latest records, exports the month to the tour's folder.
+Answer useRecords(const QDir &folder)
+{
+    return [&folder](QWidget *dialog) {
+        answers::click(dialog, "getRecordFilesBtnClickAct");
+        answers::click(dialog, "readRecordBtnClickAct");
+        answers::clickExport(dialog, "exportRecordBtnClickAct",
+                             QDate::currentDate().toString(QStringLiteral("'record_'yyyy_M'.txt'")),
+                             folder.absoluteFilePath(QStringLiteral("tour-records.txt")));
+        dialog->close();
+    };
+}
+
+Answer removeRecords()
+{
+    return [](QWidget *dialog) {
+        answers::click(dialog, "delRecordBtnClickAct");
+        answers::click(dialog, "clearRecordBtnClickAct");
+        dialog->close();
+    };
+}
+
+/// One that is refused, one that is added; the list; removed by its note.
+Answer useQrCodes()
+{
+    return [](QWidget *dialog) {
+        answers::type(dialog, "qr_note_line", QStringLiteral("visitor 7"));
+        answers::type(dialog, "qr_data_line", QStringLiteral("https://visit.example/7"));
+        answers::click(dialog, "add_btn");
+        dialog->findChild<QDateTimeEdit *>(QStringLiteral("end_time_edit"))
+            ->setDateTime(QDateTime(QDate(2030, 12, 31), QTime(23, 59, 59)));
+        answers::click(dialog, "add_btn");
+        answers::click(dialog, "readBtn");
+        answers::click(dialog, "del_by_note_btn");
+        answers::click(dialog, "del_by_data_btn");
+        answers::click(dialog, "clear_btn");
+        dialog->close();
+    };
+}
+
+} // namespace
+
+std::vector<Step> recordSteps(const QDir &folder)
+{
+    return {
+        {QStringLiteral("records"),
+         [&folder](Console &console) { console.click("recordBtnClickAct", {useRecords(folder)}); },
+         [](const Console &console) {
+             const QStringList lines = console.newInfoLines();
+             return anyMatch(lines, "record_20[0-9]{2}_[01][0-9]\\.dat") &&
+                    anyMatch(lines, "Index[0-9]+: \\(.+, .+, (Palm|Card), .+, .+\\)") &&
+                    anyMatch(lines, "Record data saved to .*/record_20[0-9]{2}_[0-9]+\\.txt");
+         }},
+        {QStringLiteral("records-removed"),
+         [](Console &console) { console.click("recordBtnClickAct", {removeRecords()}); },
+         [](const Console &console) {
+             return console.newInfoLines() == QStringList{QStringLiteral("Record deleted."),
+                                                          QStringLiteral("Record cleared.")};
+         }},
+        {QStringLiteral("qr-codes"),
+         [](Console &console) {
+             console.click("qrcodeBtnClickAct",
+                           {useQrCodes(), answers::text(QStringLiteral("visitor 7")),
+                            answers::text(QStringLiteral("no such data")), answers::yes()});
+         },
+         [](const Console &console) {
+             const QStringList lines = console.newInfoLines();
+             return anyMatch(lines, "There is an error in the expiration date data\\.") &&
+                    anyMatch(lines, "QR code added\\.") &&
+                    anyMatch(lines, "\\[visitor 7\\]\\[.* .*\\]: https://visit\\.example/7") &&
+                    anyMatch(lines, "QR code deleted\\.") &&
+                    anyMatch(lines, "QR code doesn't exist\\.") &&
+                    anyMatch(lines, "QR code data cleared\\.");
+         }},
+    };
+}
