@@ -19,6 +19,23 @@ QByteArray request(int code, const QByteArray &payload)
     return bytes;
 }
 
+QByteArray addUser(const char *numbers, const QByteArray &name)
+{
+    return request(0x30, hex(numbers) + name.leftJustified(64, '\0'));
+}
+
+QByteArray addCode(const QByteArray &note, const char *times, const QByteArray &data)
+{
+    return request(0x60, note.leftJustified(32, '\0') + hex(times) + data.leftJustified(512, '\0'));
+}
+
+QByteArray monthBytes(int year, int month)
+{
+    const char bytes[] = {static_cast<char>(year >> 8), static_cast<char>(year),
+                          static_cast<char>(month)};
+    return {bytes, sizeof bytes};
+}
+
 QByteArray status(int code)
 {
     return hex("EAC5000001") + static_cast<char>(code);
@@ -29,32 +46,43 @@ quint8 at(const QByteArray &bytes, int index)
     return static_cast<quint8>(bytes.at(index));
 }
 
-SimClient::SimClient(quint16 port)
+SimTerminal::SimTerminal(const sim::TerminalOptions &options)
+    : sim::Terminal(options)
 {
-    m_socket.connectToHost(QHostAddress::LocalHost, port);
+    if (!listen(QHostAddress::LocalHost, 0))
+        qFatal("The terminal cannot listen.");
+}
+
+SimClient::SimClient(const sim::Terminal &terminal)
+{
+    connectToHost(QHostAddress::LocalHost, terminal.port());
 }
 
 void SimClient::send(const QByteArray &bytes)
 {
-    QTRY_COMPARE(m_socket.state(), QAbstractSocket::ConnectedState);
-    m_socket.write(bytes);
+    QTRY_COMPARE(state(), ConnectedState);
+    write(bytes);
+}
+
+QByteArray SimClient::take(int size)
+{
+    QElapsedTimer timer;
+    timer.start();
+    m_bytes += readAll();
+    while (m_bytes.size() < size && !closed() && timer.elapsed() < 10000) {
+        QTest::qWait(1);
+        m_bytes += readAll();
+    }
+    QByteArray taken = m_bytes.left(size);
+    m_bytes.remove(0, size);
+    return taken;
 }
 
 QByteArray SimClient::reply()
 {
-    QElapsedTimer timer;
-    for (timer.start(); timer.elapsed() < 5000; QTest::qWait(1)) {
-        m_bytes += m_socket.readAll();
-        const int size = m_bytes.size() < 5
-                             ? 0
-                             : 5 + (at(m_bytes, 2) << 16 | at(m_bytes, 3) << 8 | at(m_bytes, 4));
-        if (size > 0 && m_bytes.size() >= size) {
-            QByteArray taken = m_bytes.left(size);
-            m_bytes.remove(0, size);
-            return taken;
-        }
-    }
-    return {};
+    const QByteArray head = take(5);
+    return head.size() < 5 ? QByteArray()
+                           : head + take(at(head, 2) << 16 | at(head, 3) << 8 | at(head, 4));
 }
 
 QByteArray SimClient::ask(const QByteArray &request)
