@@ -17,11 +17,20 @@ struct CommandCase
     QByteArray request;
     QByteArray reply;
     QByteArray result;
-    bool silent = false; ///< leaves no line on a time-out
+    bool silent; ///< leaves no line on a time-out
 };
 
 const std::vector<CommandCase> &commandCases();
 const CommandCase &commandCase(const QByteArray &name);
+
+/// A command that puts nothing out. What pointers point to must last.
+template <class... Wanted, class... Given>
+Call plainCall(bool (CmdClient::*command)(Wanted...), Given... given)
+{
+    return [=](CmdClient &client, QByteArray *) {
+        return (client.*command)(static_cast<Wanted>(given)...);
+    };
+}
 
 /// Buffers end with a guard byte behind this capacity.
 Call textCall(bool (CmdClient::*get)(char *, uint32_t *, size_t), size_t capacity);

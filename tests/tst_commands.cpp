@@ -66,72 +66,52 @@ void TestCommands::tellsWhyItWasRefused_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("line");
 
-    struct
-    {
-        const char *commands; // that share these lines
-        std::vector<std::pair<int, const char *>> lines;
-    } const tables[] = {
-        {"startEnroll",
-         {{2, "Wrong parameter."},
-          {1, "The device is busy."},
-          {21, "User ID doesn't exist."},
-          {24, "The current user feature buffer is full."},
-          {3, "Device prompts failed：3"},
-          {255, "Device prompts failed：-1"}}},
-        {"startRemoteEnroll",
-         {{2, "Wrong parameter."},
-          {1, "The device is busy."},
-          {21, "Device prompts failed：21"},
-          {128, "Device prompts failed：-128"}}},
-        {"clearUsers", {{5, "Fail to clear users：\x05"}, {65, "Fail to clear users：A"}}},
-        {"getUserList", {{2, "Unknown error: 2"}, {255, "Unknown error: 255"}}},
-        {"getRemoteEnrollImages getRemoteFeatures",
-         {{2, "Wrong parameter."}, {1, "Unknown error."}}},
-        {"importUserFeatures",
-         {{1, "The device is processing tasks, the deletion is failed."},
-          {21, "User doesn't exist."},
-          {2, "Wrong parameter."},
-          {22, "The user feature buffer is full."},
-          {24, "Unknown error."}}},
-        {"addUser",
-         {{1, "The system is busy."},
-          {20, "User ID exists."},
-          {22, "The user database is full."},
-          {2, "Unknown error: 2"}}},
-        {"deleteUser deleteUserFeatures",
-         {{1, "The device is processing tasks, the deletion is failed."},
-          {21, "User doesn't exist."},
-          {2, "Wrong parameter."},
-          {22, "Unknown error."}}},
-        {"getEmptyUserId",
-         {{1, "The system is busy."}, {22, "The user database is full."}, {2, "unknown error."}}},
-        {"setMode", {{2, "Mode set failed: \x02"}, {66, "Mode set failed: B"}}},
-        {"setRtcTime", {{67, "Fail to set RTC time：C"}}},
-        {"setDebugAddress", {{68, "Fail to set Debug address：D"}}},
-        {"setTofBias", {{69, "Fail to set TOF correct value：E"}}},
-        {"rebootDevice", {{233, "Fail to reboot the system：é"}}},
-        {"setSerialNumber", {{2, "Unknown error:2"}, {200, "Unknown error:200"}}},
-        {"setUserConfig getUserConfig setVendorConfig getVendorConfig setOutputConfig "
-         "getOutputConfig getSystemInfo getRecordFileList deleteMonthRecords clearRecords "
-         "clearQrCodes getQrCodeList",
-         {{1, "Unknown error."}, {255, "Unknown error."}}},
-        {"getMonthRecords", {{2, "Unknown error: 2"}, {255, "Unknown error: 255"}}},
-        {"addQrCode",
-         {{30, "The QR code database is full."},
-          {31, "Duplicate QR code data."},
-          {2, "Wrong parameter."},
-          {32, "Unknown error."}}},
-        {"deleteQrCodeByRemark",
-         {{2, "Wrong parameter."}, {32, "QR code doesn't exist."}, {31, "Unknown error."}}},
-        {"deleteQrCodeByData",
-         {{2, "Wrong parameter."}, {32, "QR code doesn't exist."}, {31, "unknown error."}}},
+    const auto row = [](const char *commands, int status, const char *line) {
+        for (const QByteArray &name : QByteArray(commands).split(' '))
+            QTest::addRow("%s-%d", name.constData(), status) << name << status << QString(line);
     };
-    for (const auto &table : tables) {
-        for (const QByteArray &name : QByteArray(table.commands).split(' ')) {
-            for (const auto &[status, line] : table.lines)
-                QTest::addRow("%s-%d", name.constData(), status) << name << status << QString(line);
-        }
-    }
+    row("startEnroll startRemoteEnroll getRemoteEnrollImages getRemoteFeatures importUserFeatures "
+        "deleteUser deleteUserFeatures addQrCode deleteQrCodeByRemark deleteQrCodeByData",
+        2, "Wrong parameter.");
+    row("startEnroll startRemoteEnroll", 1, "The device is busy.");
+    row("startEnroll", 21, "User ID doesn't exist.");
+    row("startEnroll", 24, "The current user feature buffer is full.");
+    row("startEnroll", 255, "Device prompts failed：-1");
+    row("startRemoteEnroll", 21, "Device prompts failed：21");
+    row("startRemoteEnroll", 128, "Device prompts failed：-128");
+
+    row("importUserFeatures deleteUser deleteUserFeatures", 1,
+        "The device is processing tasks, the deletion is failed.");
+    row("importUserFeatures deleteUser deleteUserFeatures", 21, "User doesn't exist.");
+    row("importUserFeatures", 22, "The user feature buffer is full.");
+    row("importUserFeatures deleteUser deleteUserFeatures", 24, "Unknown error.");
+    row("addUser getEmptyUserId", 1, "The system is busy.");
+    row("addUser", 20, "User ID exists.");
+    row("addUser getEmptyUserId", 22, "The user database is full.");
+    row("getEmptyUserId", 2, "unknown error.");
+
+    row("addQrCode", 30, "The QR code database is full.");
+    row("addQrCode", 31, "Duplicate QR code data.");
+    row("addQrCode", 32, "Unknown error.");
+    row("deleteQrCodeByRemark deleteQrCodeByData", 32, "QR code doesn't exist.");
+    row("deleteQrCodeByRemark", 31, "Unknown error.");
+    row("deleteQrCodeByData", 31, "unknown error.");
+
+    // Statuses that stand in the line as a number or as a character.
+    row("getUserList getMonthRecords addUser", 2, "Unknown error: 2");
+    row("getUserList getMonthRecords addUser", 255, "Unknown error: 255");
+    row("setSerialNumber", 200, "Unknown error:200");
+    row("clearUsers", 5, "Fail to clear users：\x05");
+    row("setMode", 66, "Mode set failed: B");
+    row("setRtcTime", 67, "Fail to set RTC time：C");
+    row("setDebugAddress", 68, "Fail to set Debug address：D");
+    row("setTofBias", 69, "Fail to set TOF correct value：E");
+    row("rebootDevice", 233, "Fail to reboot the system：é");
+
+    row("setUserConfig getUserConfig setVendorConfig getVendorConfig setOutputConfig "
+        "getOutputConfig getSystemInfo getRecordFileList deleteMonthRecords clearRecords "
+        "clearQrCodes getQrCodeList getRemoteEnrollImages getRemoteFeatures",
+        1, "Unknown error.");
 }
 
 void TestCommands::tellsWhyItWasRefused()
@@ -160,33 +140,28 @@ void TestCommands::refusesReplies_data()
     const QByteArray nothing = hex("EAC5 000000");
     const QByteArray five = hex("EAC5 000005 00 61626364");
 
-    row("list-declares-nothing", "getUserList", nothing, "Unknown error: 0");
-    row("list-declares-nothing-brings-more", "getUserList", nothing + "\x07" + "ab",
-        "Unknown error: 0");
+    row("list-declares-nothing", "getUserList", nothing + "\x07" + "ab", "Unknown error: 0");
     row("list-past-the-buffer", "getUserList", five, "Unknown error: 0", userListCall(3));
-    row("list-declares-more-than-arrived", "getUserList", head(0xFFFFFF) + QByteArray(799995, '\0'),
+    row("list-longer-than-the-wait", "getUserList", head(0xFFFFFF) + QByteArray(799995, '\0'),
         "Unknown error: 0", userListCall(0x1000000));
     row("list-status-before-text", "getUserList", hex("EAC5 000005 02 61626364"),
         "Unknown error: 2");
-    row("text-declares-nothing", "getUserConfig", nothing, "Unknown error.");
     row("text-past-the-buffer", "getVendorConfig", five, "Unknown error.",
         textCall(&CmdClient::getVendorConfig, 3));
-    row("text-declares-more-than-arrived", "getOutputConfig", head(2496) + QByteArray(2495, '\0'),
+    row("text-longer-than-the-wait", "getOutputConfig", head(2496) + QByteArray(2495, '\0'),
         "Unknown error.", textCall(&CmdClient::getOutputConfig, 3076));
     row("information-past-the-buffer", "getSystemInfo", head(3078) + QByteArray(3078, '\0'),
         "Unknown error.");
-    row("codes-declare-more-than-arrived", "getQrCodeList", head(614396) + QByteArray(614395, '\0'),
+    row("codes-longer-than-the-wait", "getQrCodeList", head(614396) + QByteArray(614395, '\0'),
         "Unknown error.", textCall(&CmdClient::getQrCodeList, 819200));
 
-    const QByteArray page = head(203) + hex("00 0002") + QByteArray(200, 'r');
-    row("page-declares-nothing", "getMonthRecords", nothing, "Unknown error: 0");
-    row("page-without-count", "getMonthRecords", hex("EAC5 000001 00"), "Unknown error: 0");
+    const QByteArray records(200, 'r');
     row("page-with-half-a-count", "getMonthRecords", hex("EAC5 000002 00 00"), "Unknown error: 0");
-    row("page-past-the-buffer", "getMonthRecords", page, "Unknown error: 0", recordPageCall(199));
-    row("page-counts-more-than-it-brings", "getMonthRecords",
-        head(203) + hex("00 0003") + QByteArray(200, 'r'), "Unknown error: 0", recordPageCall(400));
+    row("page-past-the-buffer", "getMonthRecords", head(203) + hex("00 0002") + records,
+        "Unknown error: 0", recordPageCall(199));
+    row("page-counts-more-than-it-brings", "getMonthRecords", head(203) + hex("00 0003") + records,
+        "Unknown error: 0", recordPageCall(400));
 
-    row("id-missing", "getEmptyUserId", hex("EAC5 000001 00"), "unknown error.");
     row("id-cut", "getEmptyUserId", hex("EAC5 000004 00 010203"), "unknown error.");
     row("id-declares-nothing", "getEmptyUserId", nothing + QByteArray(9, '\0'), "unknown error.");
     row("features-cut", "getRemoteFeatures", head(10240) + QByteArray(10240, '\0'),
@@ -222,21 +197,14 @@ void TestCommands::refusesUnsent_data()
 {
     QTest::addColumn<Call>("call");
     QTest::addColumn<QString>("line");
-    const QByteArray longKey(33, 'k');
-    const QByteArray longText(65531, 'x');
-    QTest::newRow("remark") << Call([=](CmdClient &c, QByteArray *) {
-        return c.deleteQrCodeByRemark(longKey.constData());
-    }) << "参数错误";
-    QTest::newRow("data") << Call([=](CmdClient &c, QByteArray *) {
-        return c.deleteQrCodeByData(longKey.constData());
-    }) << "Wrong parameter.";
-    QTest::newRow("document") << Call([=](CmdClient &c, QByteArray *) {
-        return c.setOutputConfig(longText.constData(), 65531);
-    }) << "The data is too long for one packet.";
-    QTest::newRow("features") << Call([=](CmdClient &c, QByteArray *) {
-        return c.importUserFeatures(1, 0, reinterpret_cast<const uint8_t *>(longText.constData()),
-                                    65526);
-    }) << "The data is too long for one packet.";
+    static const QByteArray key(33, 'k');
+    static const QByteArray text(65531, 'x');
+    QTest::newRow("remark") << plainCall(&CmdClient::deleteQrCodeByRemark, key.constData())
+                            << "参数错误";
+    QTest::newRow("data") << plainCall(&CmdClient::deleteQrCodeByData, key.constData())
+                          << "Wrong parameter.";
+    QTest::newRow("document") << plainCall(&CmdClient::setOutputConfig, text.constData(), 65531)
+                              << "The data is too long for one packet.";
 }
 
 void TestCommands::refusesUnsent()

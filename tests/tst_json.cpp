@@ -34,9 +34,6 @@ void TestJson::parses_data()
         << QByteArray(100000, '[') + QByteArray(100000, ']') << false;
     QTest::newRow("nested-objects") << QByteArray(R"({"a":)").repeated(100000) << false;
     QTest::newRow("empty") << QByteArray() << false;
-    QTest::newRow("cut-off") << QByteArray(R"({"user_list": [{"id": 1)") << false;
-    QTest::newRow("open-string") << QByteArray(R"({"a": "b)") << false;
-    QTest::newRow("binary") << QByteArray::fromHex("FFFE00EAC5") << false;
     QTest::newRow("ends-before-the-bytes-do") << QByteArray::fromRawData("[12]", 3) << false;
 }
 
@@ -61,8 +58,6 @@ void TestJson::readsMembers_data()
     };
     const QVariant none;
     row("text", R"("ab c")", "ab c", none);
-    row("digits", R"("12")", "12", none);
-    row("chinese", "\"张三\"", "张三", none);
     row("chinese-escaped", R"("\u5f20\u4e09")", "张三", none);
     row("zero-byte", R"("a\u0000b")", QString::fromLatin1("a\0b", 3), none);
     row("integer", "-7", "-7", -7);
@@ -72,7 +67,6 @@ void TestJson::readsMembers_data()
     row("past-least", "-2147483649", "-2147483649", none);
     row("real", "-1.5", "-1.5", -1);
     row("large-real", "1e10", "10000000000.0", none);
-    row("true", "true", "true", 1);
     row("null", "null", "", 0);
     row("array", "[1]", none, none);
     row("object", R"({"key": 1})", none, none);
