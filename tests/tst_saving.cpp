@@ -3,12 +3,10 @@
 #include "windowrig.h"
 
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QtTest>
 
 #include <filesystem>
-#include <memory>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
@@ -27,11 +25,6 @@ private slots:
     void savesRaw_data();
     void savesRaw();
     void savesTheFrameOfTheMoment();
-    void savesRawUnderAnyName_data();
-    void savesRawUnderAnyName();
-    void savesNoRaw_data();
-    void savesNoRaw();
-    void replacesOnlyByAWholeFile_data();
     void replacesOnlyByAWholeFile();
 
 private:
@@ -40,23 +33,12 @@ private:
 
 namespace {
 
-/// A frame in which every column and every row differs from its neighbours.
-QByteArray frame(int shift)
-{
-    QByteArray bytes(388800, '\0');
-    for (int i = 0; i < bytes.size(); ++i)
-        bytes[i] = static_cast<char>(i % 251 + shift);
-    return bytes;
-}
-
 struct Console : WindowRig
 {
     /// Runs the preview of this button, if any, until a picture has come.
     explicit Console(const QByteArray &preview)
     {
-        peer.serve(hex("EAC5 000001 01"), head(388800) + frame(1));
-        peer.serve(hex("EAC5 000001 02"), head(388800) + frame(2));
-        peer.serve(hex("EAC5 000001 03"), head(777600) + frame(1) + frame(2));
+        servePictures();
         connectToPeer();
         if (preview.isEmpty())
             return;
@@ -109,21 +91,19 @@ void TestSaving::savesPng_data()
     QTest::addColumn<bool>("written");
 
     const auto row = [](const char *name, const char *preview, const char *button,
-                        const char *outcome, bool written) {
+                        const char *outcome, bool written = false) {
         QTest::newRow(name) << QByteArray(preview) << QByteArray(button) << QString(outcome)
                             << written;
     };
     const char palmprint[] = "saveRgbPngBtnClickAct";
     const char vein[] = "saveIrPngBtnClickAct";
     const char joint[] = "saveMixPngBtnClickAct";
-    row("palmprint-unseen", "", palmprint, "rgb_", false);
     row("palmprint-seen", "showRgbBtnClickAct", palmprint,
-        "Empty palmprint image, fail to save it.", false);
-    row("palmprint-with-vein-seen", "showIrBtnClickAct", palmprint, "rgb_", false);
-    row("vein-unseen", "", vein, "ir_", false);
-    row("vein-seen", "showMixBtnClickAct", vein, "Empty palm vein image, fail to save it.", false);
-    row("joint-unseen", "", joint, "ir_", false);
-    row("joint-with-palmprint-seen", "showRgbBtnClickAct", joint, "ir_", false);
+        "Empty palmprint image, fail to save it.");
+    row("palmprint-with-vein-seen", "showIrBtnClickAct", palmprint, "rgb_");
+    row("vein-unseen", "", vein, "ir_");
+    row("vein-seen", "showMixBtnClickAct", vein, "Empty palm vein image, fail to save it.");
+    row("joint-with-palmprint-seen", "showRgbBtnClickAct", joint, "ir_");
     row("joint-seen", "showMixBtnClickAct", joint, "ir_", true);
 }
 
@@ -152,7 +132,7 @@ void TestSaving::savesPng()
     QCOMPARE(pictures().entryList(QDir::Files),
              written ? QStringList(outcome + time + ".png") : QStringList());
     if (written) {
-        const QByteArray vein = frame(2);
+        const QByteArray vein = frame(4);
         const QImage expected(reinterpret_cast<const uchar *>(vein.constData()), 540, 720, 540,
                               QImage::Format_Grayscale8);
         const QImage saved(pictures().filePath(outcome + time + ".png"), "PNG");
@@ -167,18 +147,19 @@ void TestSaving::savesRaw_data()
     QTest::addColumn<QByteArray>("content");
 
     const QByteArray palmprint = frame(1);
-    const QByteArray vein = frame(2);
+    const QByteArray vein = frame(4);
     QByteArray joint;
     for (int row = 0; row < 720; ++row)
         joint += palmprint.mid(540 * row, 540) + vein.mid(540 * row, 540);
-    QTest::newRow("palmprint") << QByteArray("saveRgbRawBtnClickAct") << "save palmprint RAW image"
-                               << frame(1);
-    QTest::newRow("vein") << QByteArray("saveIrRawBtnClickAct") << "save palm vein RAW image"
-                          << vein;
-    QTest::newRow("joint") << QByteArray("saveMixRawBtnClickAct") << "save joint RAW image"
-                           << joint;
+    const auto row = [](const char *button, const char *caption, const QByteArray &content) {
+        QTest::newRow(button) << QByteArray(button) << QString(caption) << content;
+    };
+    row("saveRgbRawBtnClickAct", "save palmprint RAW image", palmprint);
+    row("saveIrRawBtnClickAct", "save palm vein RAW image", vein);
+    row("saveMixRawBtnClickAct", "save joint RAW image", joint);
 }
 
+// The name on the disk is UTF-8, and no suffix is added.
 void TestSaving::savesRaw()
 {
     QFETCH(QByteArray, button);
@@ -186,7 +167,7 @@ void TestSaving::savesRaw()
     QFETCH(QByteArray, content);
 
     const Console console("showMixBtnClickAct");
-    const QString path = pictures().filePath("palm"); // no suffix is added
+    const QString path = pictures().filePath("Hände 手掌 \U0001F590 %1");
     BoxUser user([&](QWidget *box) {
         const auto *files = qobject_cast<QFileDialog *>(box);
         QVERIFY(files);
@@ -199,6 +180,7 @@ void TestSaving::savesRaw()
     console.click(button);
     QCOMPARE(console.lines("infoText"), QStringList("Image saved：" + path));
     QVERIFY(contentOf(path) == content);
+    QVERIFY(std::filesystem::exists(std::filesystem::u8path(path.toStdString())));
 
     user.then([](QWidget *box) { box->close(); });
     console.click(button);
@@ -222,88 +204,25 @@ void TestSaving::savesTheFrameOfTheMoment()
     QVERIFY(contentOf(path) == frame(1));
 }
 
-void TestSaving::savesRawUnderAnyName_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("umlauts") << "Hände.bin";
-    QTest::newRow("Chinese") << "手掌 1.bin";
-    QTest::newRow("beyond-16-bits") << QString::fromUtf8("\xF0\x9F\x96\x90.bin");
-    QTest::newRow("placeholder") << "%1.bin";
-}
-
-// Frames that never came are saved as they are; the name on the disk is UTF-8.
-void TestSaving::savesRawUnderAnyName()
-{
-    QFETCH(QString, name);
-    const Console console("");
-    const QString path = pictures().filePath(name);
-    const BoxUser user(BoxUser::choose(path));
-    console.click("saveRgbRawBtnClickAct");
-    QCOMPARE(console.lines("infoText"), QStringList("Image saved：" + path));
-    const auto onDisk = std::filesystem::u8path(path.toStdString());
-    QVERIFY(std::filesystem::exists(onDisk));
-    QCOMPARE(std::filesystem::file_size(onDisk), std::uintmax_t{388800});
-}
-
-void TestSaving::savesNoRaw_data()
-{
-    QTest::addColumn<bool>("vanished");
-    QTest::newRow("full-disk") << false;
-    QTest::newRow("vanished-folder") << true;
-}
-
-void TestSaving::savesNoRaw()
-{
-    QFETCH(bool, vanished);
-    const Console console("");
-    QVERIFY(writeWholeFile(pictures().filePath("palm.bin"), "old"));
-    std::unique_ptr<FullDisk> disk;
-    BoxUser user([&](QWidget *box) {
-        BoxUser::choose(pictures().filePath("palm.bin"))(box);
-        if (vanished)
-            cleanup();
-        else
-            disk = std::make_unique<FullDisk>(4096);
-    });
-    user.then(BoxUser::press("Yes")); // to the question whether to replace the file
-    console.click("saveRgbRawBtnClickAct");
-    disk.reset();
-    QCOMPARE(console.lines("infoText"), QStringList("Fail to save the image."));
-    QCOMPARE(pictures().exists(), !vanished);
-    if (!vanished) {
-        QCOMPARE(pictures().entryList(QDir::Files), QStringList("palm.bin"));
-        QCOMPARE(contentOf(pictures().filePath("palm.bin")), QByteArray("old"));
-    }
-}
-
-void TestSaving::replacesOnlyByAWholeFile_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<bool>("written");
-    QTest::newRow("room") << 4096 << 4096 << true;
-    QTest::newRow("empty-file") << 0 << 0 << true;
-    QTest::newRow("one-byte-too-many") << 4097 << 4096 << false;
-    QTest::newRow("small-file-without-room") << 100 << 0 << false;
-    QTest::newRow("larger-than-a-buffer") << 100000 << 50000 << false;
-}
-
 void TestSaving::replacesOnlyByAWholeFile()
 {
-    QFETCH(int, size);
-    QFETCH(int, limit);
-    QFETCH(bool, written);
-
     const QString path = pictures().filePath("some.bin");
-    QVERIFY(writeWholeFile(path, "old"));
-    bool result = false;
-    {
-        const FullDisk disk(static_cast<unsigned>(limit));
-        result = writeWholeFile(path, QByteArray(size, 'n'));
-    }
-    QCOMPARE(result, written);
-    QCOMPARE(contentOf(path), written ? QByteArray(size, 'n') : QByteArray("old"));
-    QCOMPARE(pictures().entryList(QDir::Files), QStringList("some.bin"));
+    const auto replaces = [&](int size, int limit) {
+        QVERIFY(writeWholeFile(path, "old"));
+        bool written = false;
+        {
+            const FullDisk disk(static_cast<unsigned>(limit));
+            written = writeWholeFile(path, QByteArray(size, 'n'));
+        }
+        QCOMPARE(written, size <= limit);
+        QCOMPARE(contentOf(path), written ? QByteArray(size, 'n') : QByteArray("old"));
+        QCOMPARE(pictures().entryList(QDir::Files), QStringList("some.bin"));
+    };
+    replaces(4096, 4096);
+    replaces(0, 0);
+    replaces(4097, 4096);
+    replaces(100, 0); // fits a buffer
+    replaces(100000, 50000);
 }
 
 QTEST_MAIN(TestSaving)

@@ -6,6 +6,14 @@
 #include <QSpinBox>
 #include <QTextEdit>
 
+QByteArray frame(int shift)
+{
+    QByteArray bytes(388800, '\0');
+    for (int i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>(i % 251 + shift);
+    return bytes;
+}
+
 WindowRig::WindowRig()
 {
     find<QLineEdit>("hostEdit")->setText("127.0.0.1");
@@ -19,6 +27,13 @@ void WindowRig::connectToPeer()
     click("openBtnClickAct");
     click("clearInfoTextBtnClickAct");
     click("clearWatchTextBtnClickAct");
+}
+
+void WindowRig::servePictures()
+{
+    peer.serve(hex("EAC5 000001 01"), head(388800) + frame(1));
+    peer.serve(hex("EAC5 000001 02"), head(388800) + frame(4));
+    peer.serve(hex("EAC5 000001 03"), head(777600) + frame(1) + frame(4));
 }
 
 void WindowRig::expectAnnouncement()

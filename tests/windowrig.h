@@ -5,6 +5,9 @@
 
 #include <QStringList>
 
+/// A camera's frame in which neighbours differ, other than one with another shift.
+QByteArray frame(int shift);
+
 /// The console's window and a scripted terminal for it. Widgets are found by their object names, a
 /// button's being that of its slot.
 class WindowRig
@@ -15,6 +18,9 @@ public:
     /// Connects the window to the peer, the listener on a port of the system's choice, and clears
     /// both logs.
     void connectToPeer();
+    /// Lets the peer answer each request for pictures: frame(1) is the palmprint's, frame(4) the
+    /// palm vein's.
+    void servePictures();
     /// Lets the peer expect the address that is announced whenever listening starts.
     void expectAnnouncement();
 
