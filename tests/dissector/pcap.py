@@ -39,8 +39,8 @@ class Connection:
 
 
 class Capture:
-    def __init__(self, path, terminal_port=20086):
-        self.terminal_port = terminal_port
+    def __init__(self, path):
+        self.terminal_port = 20086
         self.file = open(path, "wb")
         self.file.write(struct.pack("<IHHiIII", 0xA1B2C3D4, 2, 4, 0, 0, 262144, RAW_IP))
         self.frames = 0
