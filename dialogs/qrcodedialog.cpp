@@ -111,7 +111,7 @@ void QRCodeDialog::remove(bool (CmdClient::*command)(const char *text), const QS
     bool chosen = false;
     const QString text =
         QInputDialog::getText(this, tr("del QR"), label, QLineEdit::Normal, QString(), &chosen);
-    if (chosen && (client->*command)(text.toUtf8().constData()))
+    if (chosen && std::invoke(command, client, text.toUtf8().constData()))
         log(tr("QR code deleted."));
 }
 
