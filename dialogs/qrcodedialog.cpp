@@ -25,6 +25,21 @@ void fillTime(quint8 (&field)[7], const QDateTime &time)
     std::copy(std::begin(parts), std::end(parts), field);
 }
 
+/// The terminal's times are its own wall's: none of them is missing for this computer's summer
+/// time.
+void keepWallTime(QDateTimeEdit *edit)
+{
+    const auto sameOnWall = [](const QDateTime &time) {
+        return QDateTime(time.date(), time.time(), Qt::UTC);
+    };
+    const QDateTime value = sameOnWall(edit->dateTime());
+    const QDateTime least = sameOnWall(edit->minimumDateTime());
+    const QDateTime most = sameOnWall(edit->maximumDateTime());
+    edit->setTimeSpec(Qt::UTC);
+    edit->setDateTimeRange(least, most);
+    edit->setDateTime(value);
+}
+
 } // namespace
 
 QRCodeDialog::QRCodeDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
@@ -32,6 +47,8 @@ QRCodeDialog::QRCodeDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
       ui(std::make_unique<Ui::QRCodeDialog>())
 {
     ui->setupUi(this);
+    keepWallTime(ui->start_time_edit);
+    keepWallTime(ui->end_time_edit);
 }
 
 QRCodeDialog::~QRCodeDialog() = default;
@@ -39,30 +56,30 @@ QRCodeDialog::~QRCodeDialog() = default;
 void QRCodeDialog::on_add_btn_clicked()
 {
     QrEntry entry;
-    if (fill(&entry) && client->addQrCode(&entry))
+    const QString problem = fill(&entry);
+    if (!problem.isEmpty())
+        log(problem);
+    else if (client->addQrCode(&entry))
         log(tr("QR code added."));
 }
 
-bool QRCodeDialog::fill(QrEntry *entry)
+QString QRCodeDialog::fill(QrEntry *entry)
 {
-    const QString problem = [=] {
-        if (ui->qr_note_line->text().trimmed().isEmpty())
-            return tr("Empty QR code remarks.");
-        if (!fillField(entry->remark, ui->qr_note_line))
-            return tr("The QR code remarks are too long.");
-        if (ui->qr_data_line->text().trimmed().isEmpty())
-            return tr("Empty QR code data.");
-        if (!fillField(entry->data, ui->qr_data_line))
-            return tr("The QR code data is too long.");
-        if (ui->start_time_edit->dateTime() >= ui->end_time_edit->dateTime())
-            return tr("There is an error in the expiration date data.");
-        return QString();
-    }();
-    if (!problem.isEmpty())
-        log(problem);
-    fillTime(entry->startTime, ui->start_time_edit->dateTime());
-    fillTime(entry->endTime, ui->end_time_edit->dateTime());
-    return problem.isEmpty();
+    if (ui->qr_note_line->text().trimmed().isEmpty())
+        return tr("Empty QR code remarks.");
+    if (!fillField(entry->remark, ui->qr_note_line))
+        return tr("The QR code remarks are too long.");
+    if (ui->qr_data_line->text().trimmed().isEmpty())
+        return tr("Empty QR code data.");
+    if (!fillField(entry->data, ui->qr_data_line))
+        return tr("The QR code data is too long.");
+    const QDateTime start = ui->start_time_edit->dateTime();
+    const QDateTime end = ui->end_time_edit->dateTime();
+    if (start >= end)
+        return tr("There is an error in the expiration date data.");
+    fillTime(entry->startTime, start);
+    fillTime(entry->endTime, end);
+    return QString();
 }
 
 void QRCodeDialog::on_readBtn_clicked()
@@ -98,15 +115,15 @@ bool QRCodeDialog::listCodes(const Json::Value &root)
 
 void QRCodeDialog::on_del_by_note_btn_clicked()
 {
-    remove(&CmdClient::deleteQrCodeByRemark, tr("QR remark："));
+    askAndDelete(&CmdClient::deleteQrCodeByRemark, tr("QR remark："));
 }
 
 void QRCodeDialog::on_del_by_data_btn_clicked()
 {
-    remove(&CmdClient::deleteQrCodeByData, tr("QR info："));
+    askAndDelete(&CmdClient::deleteQrCodeByData, tr("QR info："));
 }
 
-void QRCodeDialog::remove(bool (CmdClient::*command)(const char *text), const QString &label)
+void QRCodeDialog::askAndDelete(bool (CmdClient::*command)(const char *text), const QString &label)
 {
     bool chosen = false;
     const QString text =

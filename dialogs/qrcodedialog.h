@@ -29,12 +29,11 @@ private slots:
     void on_clear_btn_clicked();
 
 private:
-    /// False, with a line in the log, when a text is missing or too long or the times are wrong.
-    bool fill(QrEntry *entry);
+    /// What is wrong with the texts or the times; empty when the entry is complete.
+    QString fill(QrEntry *entry);
     /// False when the document has another shape.
     bool listCodes(const Json::Value &root);
-    /// Asks for the text of the codes and deletes them.
-    void remove(bool (CmdClient::*command)(const char *text), const QString &label);
+    void askAndDelete(bool (CmdClient::*command)(const char *text), const QString &label);
 
     std::unique_ptr<Ui::QRCodeDialog> ui;
 };

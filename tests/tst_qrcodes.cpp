@@ -3,6 +3,7 @@
 #include "dialogs/qrcodedialog.h"
 
 #include <QDateTimeEdit>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -39,7 +40,7 @@ struct QrRig : DialogRig
 
 QDateTime at(const QString &time)
 {
-    return QDateTime::fromString(time, "yyyy-MM-dd HH:mm:ss");
+    return QDateTime::fromString(QString(time).replace(' ', 'T') + 'Z', Qt::ISODate);
 }
 
 } // namespace
@@ -62,6 +63,42 @@ void TestQrCodes::looksAsDrawn()
     QCOMPARE(end->maximumDateTime(), at("2300-12-31 23:59:59"));
     QCOMPARE(rig.find<QLineEdit>("qr_note_line")->maxLength(), 31);
     QCOMPARE(rig.find<QLineEdit>("qr_data_line")->maxLength(), 511);
+
+    struct Cell
+    {
+        const char *name;
+        const char *layout;
+        int row;
+        int column;
+        const char *text;
+        QSize least;
+        QSize most;
+    };
+    constexpr int Any = QWIDGETSIZE_MAX;
+    for (const Cell &cell : {
+             Cell{"qr_note_lb", "data_layout", 0, 0, "QR Note：", {60, 27}, {80, Any}},
+             Cell{"qr_note_line", "data_layout", 0, 1, "", {}, {220, 25}},
+             Cell{"qr_data_lb", "data_layout", 1, 0, "QR Data：", {60, 27}, {Any, Any}},
+             Cell{"qr_data_line", "data_layout", 1, 1, "", {}, {220, 25}},
+             Cell{"start_time_lb", "data_layout", 2, 0, "Start Time：", {60, 27}, {Any, Any}},
+             Cell{"start_time_edit", "data_layout", 2, 1, nullptr, {}, {150, 25}},
+             Cell{"end_time_lb", "data_layout", 3, 0, "Abort Time：", {60, 27}, {Any, Any}},
+             Cell{"end_time_edit", "data_layout", 3, 1, nullptr, {}, {150, 25}},
+             Cell{"add_btn", "btn_layout", 4, 0, "Add QR Code", {100, 27}, {100, 27}},
+             Cell{"readBtn", "btn_layout", 4, 1, "Load QR List", {100, 27}, {100, 27}},
+             Cell{"del_by_note_btn", "btn_layout", 4, 2, "Rm QR by Note", {100, 27}, {100, 27}},
+             Cell{"del_by_data_btn", "btn_layout", 5, 0, "Rm QR by Data", {100, 27}, {100, 27}},
+             Cell{"clear_btn", "btn_layout", 5, 1, "Clear QR Code", {100, 27}, {100, 27}},
+         }) {
+        auto *widget = rig.find<QWidget>(cell.name);
+        const auto *layout = rig.find<QGridLayout>(cell.layout);
+        QVERIFY2(layout->itemAtPosition(cell.row, cell.column)->widget() == widget, cell.name);
+        if (cell.text)
+            QCOMPARE(widget->property("text").toString(), QString(cell.text));
+        if (cell.least.isValid())
+            QCOMPARE(widget->minimumSize(), cell.least);
+        QCOMPARE(widget->maximumSize(), cell.most);
+    }
 }
 
 void TestQrCodes::adds_data()
@@ -89,6 +126,11 @@ void TestQrCodes::adds_data()
     sent("30-and-510-bytes", Han.repeated(10), Han.repeated(170));
     sent("full", "a", "b", hex("EAC5 000001 1E"), "The QR code database is full.");
     sent("duplicate", "a", "b", hex("EAC5 000001 1F"), "Duplicate QR code data.");
+    // Does not exist on this computer.
+    QTest::newRow("summer-time") << "a"
+                                 << "b" << QStringList{"2026-03-29 02:30:00", "2026-03-29 02:30:01"}
+                                 << hex("14 1A 03 1D 02 1E 00  14 1A 03 1D 02 1E 01") << Ok
+                                 << "QR code added.";
     QTest::newRow("last-second") << "a"
                                  << "b" << QStringList{"2099-12-31 23:59:59", "2300-12-31 23:59:59"}
                                  << hex("14 63 0C 1F 17 3B 3B  17 00 0C 1F 17 3B 3B") << Ok
@@ -113,6 +155,7 @@ void TestQrCodes::adds()
     QFETCH(QByteArray, timeBytes);
     QFETCH(QByteArray, answer);
 
+    qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
     QrRig rig;
     rig.find<QLineEdit>("qr_note_line")->setText(note);
     rig.find<QLineEdit>("qr_data_line")->setText(data);
