@@ -9,6 +9,7 @@
 #include <QBoxLayout>
 #include <QCoreApplication>
 #include <QDateEdit>
+#include <QElapsedTimer>
 #include <QGridLayout>
 #include <QSaveFile>
 
@@ -24,6 +25,11 @@ constexpr int ButtonColumns = 3;
 
 constexpr int MonthsBack = 36;
 constexpr int MonthsAhead = 12;
+constexpr int ShortestMonth = 28; // days
+
+// How long the terminal may take for a page, and the longest that is waited for late ones; ms.
+constexpr int TimeOut = 1000;
+constexpr int LongestSilence = 10000;
 
 constexpr size_t PageCapacity = 409600;
 constexpr size_t FileListCapacity = 4224;
@@ -70,7 +76,10 @@ QLayout *AccessRecordDlg::createDateRow()
 void AccessRecordDlg::prepareMonthEdit(QDateEdit *edit, const QDate &today)
 {
     edit->setDisplayFormat(QStringLiteral("yyyy-MM"));
-    edit->setDateRange(today.addMonths(-MonthsBack), today.addMonths(MonthsAhead));
+    // A later day could not be reached any more once February has made it the 28th.
+    const QDate first = today.addMonths(-MonthsBack);
+    edit->setDateRange(QDate(first.year(), first.month(), qMin(first.day(), ShortestMonth)),
+                       today.addMonths(MonthsAhead));
     edit->setDate(today);
 }
 
@@ -94,13 +103,28 @@ QLayout *AccessRecordDlg::createButtonGrid()
     return grid;
 }
 
-bool AccessRecordDlg::fetchPage(uint32_t firstIndex, RecordPage *page)
+bool AccessRecordDlg::fetchPage(const QDate &month, uint32_t firstIndex, RecordPage *page)
 {
     page->bytes.resize(PageCapacity);
-    const QDate date = dateEdit->date();
-    return client->getMonthRecords(static_cast<uint16_t>(date.year()),
-                                   static_cast<uint8_t>(date.month()), page->bytes.data(),
+    return client->getMonthRecords(static_cast<uint16_t>(month.year()),
+                                   static_cast<uint8_t>(month.month()), page->bytes.data(),
                                    page->bytes.size(), firstIndex, &page->count);
+}
+
+bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, RecordPage *page)
+{
+    int timeOuts = 0;
+    QElapsedTimer attempt;
+    attempt.start();
+    while (!fetchPage(month, firstIndex, page)) {
+        if (!client->hasConnection())
+            return false;
+        timeOuts += attempt.restart() >= TimeOut ? 1 : 0;
+    }
+    // The terminal may still answer what was asked in vain.
+    if (timeOuts > 0)
+        client->awaitSilence(qMin((timeOuts + 1) * TimeOut, LongestSilence));
+    return true;
 }
 
 QStringList AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
@@ -145,7 +169,7 @@ void AccessRecordDlg::getRecordFilesBtnClickAct()
 void AccessRecordDlg::readRecordBtnClickAct()
 {
     RecordPage page;
-    if (!fetchPage(0, &page))
+    if (!fetchPage(dateEdit->date(), 0, &page))
         return;
     log(tr("Record loaded：%1").arg(page.count));
     textlog::append(infoText, recordLines(page, page.count - qMin(page.count, MostShown), 0));
@@ -153,13 +177,12 @@ void AccessRecordDlg::readRecordBtnClickAct()
 
 void AccessRecordDlg::exportRecordBtnClickAct()
 {
-    const QString path =
-        QCoreApplication::applicationDirPath() + QStringLiteral("/record_%1_%2.txt")
-                                                     .arg(dateEdit->date().year())
-                                                     .arg(dateEdit->date().month());
+    const QDate month = dateEdit->date();
+    const QString path = QCoreApplication::applicationDirPath() +
+                         QStringLiteral("/record_%1_%2.txt").arg(month.year()).arg(month.month());
     QSaveFile file(path);
     uint32_t lastCount = 0;
-    if (!file.open(QIODevice::WriteOnly) || !exportPages(&file, &lastCount) ||
+    if (!file.open(QIODevice::WriteOnly) || !exportPages(month, &file, &lastCount) ||
         !commitWhole(&file)) {
         log(tr("Fail to save the data file."));
         return;
@@ -168,14 +191,12 @@ void AccessRecordDlg::exportRecordBtnClickAct()
     log(tr("Record data saved to %1").arg(path));
 }
 
-bool AccessRecordDlg::exportPages(QSaveFile *file, uint32_t *lastCount)
+bool AccessRecordDlg::exportPages(const QDate &month, QSaveFile *file, uint32_t *lastCount)
 {
     RecordPage page;
     for (uint32_t firstIndex = 0;; firstIndex += wire::RecordsPerPage) {
-        while (!fetchPage(firstIndex, &page)) {
-            if (!client->hasConnection())
-                return false;
-        }
+        if (!fetchPageAtLast(month, firstIndex, &page))
+            return false;
         QByteArray text;
         for (const QString &line : recordLines(page, 0, firstIndex))
             text += line.toUtf8() + '\n';

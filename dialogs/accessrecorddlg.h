@@ -38,14 +38,15 @@ private:
     QLayout *createDateRow();
     QLayout *createButtonGrid();
 
-    /// A page of the chosen month.
-    bool fetchPage(uint32_t firstIndex, RecordPage *page);
+    bool fetchPage(const QDate &month, uint32_t firstIndex, RecordPage *page);
+    /// Tries without end while the connection stands; false when it is gone. Afterwards nothing is
+    /// under way any more.
+    bool fetchPageAtLast(const QDate &month, uint32_t firstIndex, RecordPage *page);
     /// The lines of a page's records from the one at `from` on; the page begins with the month's
     /// record `firstIndex`.
     static QStringList recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex);
-    /// Tries without end while the connection stands. False when it is gone, or when the file
-    /// cannot be written.
-    bool exportPages(QSaveFile *file, uint32_t *lastCount);
+    /// False when the connection is gone or the file cannot be written.
+    bool exportPages(const QDate &month, QSaveFile *file, uint32_t *lastCount);
 
     QDateEdit *dateEdit;
 };

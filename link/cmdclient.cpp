@@ -108,6 +108,12 @@ bool CmdClient::waitReply(int capLength, int rounds)
         rounds);
 }
 
+void CmdClient::awaitSilence(int milliseconds)
+{
+    while (waitUntil([this] { return !recvBuffer.isEmpty(); }, milliseconds)) {
+    }
+}
+
 bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
 {
     const QScopedValueRollback<bool> inside(waiting, true);

@@ -47,6 +47,10 @@ public:
     /// Waits for a reply as long as it declares itself, or for `capLength` bytes.
     bool waitReply(int capLength, int rounds);
 
+    /// Waits until nothing has arrived for so many milliseconds, so that the late reply to a
+    /// request which was given up is not taken for that of the next.
+    void awaitSilence(int milliseconds);
+
     // Users. IDs are the terminal's, not checked here.
     bool startEnroll(uint32_t userId);
     bool startRemoteEnroll(uint32_t userId);
