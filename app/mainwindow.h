@@ -24,10 +24,6 @@ class QTextEdit;
 class QTimer;
 class WatchServer;
 
-namespace Json {
-class Value;
-}
-
 /// The console's one window. Every slot runs on the GUI thread and may block it for a command's
 /// time-out; results and reasons of failure are lines in `infoText`.
 class MainWindow : public QMainWindow
@@ -152,7 +148,6 @@ private:
 
     /// False when the operator cancels.
     bool askUserId(uint32_t *userId);
-    bool listUsers(const Json::Value &root);
 
     void savePng(const QString &prefix, const QImage &image);
     void saveRaw(const QString &caption, const QByteArray &pixels);

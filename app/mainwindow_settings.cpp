@@ -1,6 +1,6 @@
 #include "app/mainwindow.h"
 
-#include "config/json.h"
+#include "app/documentlines.h"
 #include "config/outputcfgdlg.h"
 #include "config/vendorcfgdlg.h"
 #include "dialogs/accessrecorddlg.h"
@@ -24,52 +24,6 @@ constexpr QSize ButtonSize(100, 30);
 constexpr int ButtonColumns = 3;
 
 const char VendorKey[] = "qrabel274";
-
-std::optional<QString> latin1Text(const Json::Value &object, const char *key)
-{
-    const Json::Value *value = json::member(object, key);
-    const std::optional<QByteArray> bytes = json::bytes(object, key);
-    return bytes && !value->isNull() ? std::make_optional(QString::fromLatin1(*bytes))
-                                     : std::nullopt;
-}
-
-/// Only what is a text in the document, up to a zero in it.
-std::optional<QString> latin1CString(const Json::Value &object, const char *key)
-{
-    const Json::Value *value = json::member(object, key);
-    return value && value->isString() ? std::make_optional(QString::fromLatin1(value->asCString()))
-                                      : std::nullopt;
-}
-
-std::optional<QString> decimal(const Json::Value &object, const char *key)
-{
-    const Json::Value *value = json::member(object, key);
-    const std::optional<quint32> number = json::unsignedNumber(object, key);
-    return number && !value->isNull() ? std::make_optional(QString::number(*number)) : std::nullopt;
-}
-
-/// A member of the system information and its line in the log; passed over when it is not there
-/// or cannot be read so.
-struct SystemInfoRow
-{
-    const char *key;
-    const char *line;
-    std::optional<QString> (*read)(const Json::Value &object, const char *key);
-};
-
-constexpr SystemInfoRow SystemInfoRows[] = {
-    {"dev_name", QT_TRANSLATE_NOOP("MainWindow", "Device Name：%1"), latin1Text},
-    {"dev_serial", QT_TRANSLATE_NOOP("MainWindow", "Device Serial Number：%1"), latin1Text},
-    {"fw_version", QT_TRANSLATE_NOOP("MainWindow", "Firmware Version：%1"), latin1Text},
-    {"vein_alg_version", QT_TRANSLATE_NOOP("MainWindow", "Vein Algorithm Version：%1"), latin1Text},
-    {"print_alg_version", QT_TRANSLATE_NOOP("MainWindow", "Print Algorithm Version：%1"),
-     latin1Text},
-    {"qrcode_alg_version", QT_TRANSLATE_NOOP("MainWindow", "QrCode Algorithm Version：%1"),
-     latin1Text},
-    {"max_user_num", QT_TRANSLATE_NOOP("MainWindow", "System User Volume：%1"), decimal},
-    {"max_record_num", QT_TRANSLATE_NOOP("MainWindow", "System Record Volume：%1"), decimal},
-    {"mac_address", QT_TRANSLATE_NOOP("MainWindow", "MAC Address：%1"), latin1CString},
-};
 
 constexpr int AnyOtherMode = -1;
 
@@ -142,17 +96,8 @@ void MainWindow::getSysInfoBtnClickAct()
     if (!client->getSystemInfo(text.data(), &length))
         return;
     log(tr("System info acquiring succeeded."));
-    Json::Value root;
-    if (!json::parseObject(text.data(), length, &root)) {
-        log(tr("JSON parsing failed."));
-        return;
-    }
-    QStringList lines;
-    for (const SystemInfoRow &row : SystemInfoRows) {
-        if (const std::optional<QString> value = row.read(root, row.key))
-            lines.append(tr(row.line).arg(*value));
-    }
-    textlog::append(infoText, lines);
+    const std::optional<QStringList> lines = systemInfoLines(text.data(), length);
+    textlog::append(infoText, lines.value_or(QStringList(tr("JSON parsing failed."))));
 }
 
 void MainWindow::getModeBtnClickAct()

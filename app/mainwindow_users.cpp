@@ -1,24 +1,21 @@
 #include "app/mainwindow.h"
 
-#include "config/json.h"
+#include "app/documentlines.h"
 #include "dialogs/adduserdlg.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "link/cmdclient.h"
 #include "link/textlog.h"
+#include "link/wholefile.h"
 #include "widgets/controls.h"
 #include "widgets/elidingcombobox.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QSpinBox>
-
-#include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -103,31 +100,9 @@ void MainWindow::getUserListBtnClickAct()
         return;
     log(tr("Data reading succeeded：%1").arg(length));
 
-    Json::Value root;
-    if (!json::parseObject(reinterpret_cast<const char *>(text.data()), length, &root) ||
-        !listUsers(root))
-        log(tr("JSON parsing failed."));
-}
-
-bool MainWindow::listUsers(const Json::Value &root)
-{
-    const Json::Value *users = json::array(root, "user_list");
-    if (!users)
-        return true;
-    if (!std::all_of(users->begin(), users->end(), std::mem_fn(&Json::Value::isObject)))
-        return false;
-
-    QStringList lines(tr("User count：%1").arg(users->size()));
-    for (const Json::Value &user : *users) {
-        const qint64 features = qint64{json::number(user, "vein_cnt").value_or(0)} +
-                                json::number(user, "print_cnt").value_or(0);
-        lines.append(tr("UID:%1, username: %2, feature count:%3")
-                         .arg(json::text(user, "id").value_or(QString()),
-                              json::text(user, "user_name").value_or(QString()),
-                              QString::number(features)));
-    }
-    textlog::append(infoText, lines);
-    return true;
+    const std::optional<QStringList> lines =
+        userLines(reinterpret_cast<const char *>(text.data()), length);
+    textlog::append(infoText, lines.value_or(QStringList(tr("JSON parsing failed."))));
 }
 
 void MainWindow::exportUserInfoBtnClickAct()
@@ -218,13 +193,11 @@ void MainWindow::importFeatureBtnClickAct()
             .trimmed();
     if (path.isEmpty())
         return;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    QByteArray features;
+    if (!readFile(path, wire::FeatureSize + 1, &features)) {
         log(tr("Fail to open the file:%1").arg(path));
         return;
     }
-    // One byte more than wanted tells a file that is too long.
-    const QByteArray features = file.read(wire::FeatureSize + 1);
     if (features.size() != static_cast<int>(wire::FeatureSize)) {
         log(tr("Wrong format of feature file."));
         return;

@@ -114,8 +114,12 @@ void WatchServer::dataReadyAct()
 {
     if (connections.isEmpty() || connections.first()->bytesAvailable() < 1)
         return;
-    const QString text = QString::fromUtf8(connections.first()->readAll()).trimmed();
-    textlog::append(log, tr("Data In:%1").arg(text));
+    textlog::append(log, entry(connections.first()->readAll()));
+}
+
+QString WatchServer::entry(const QByteArray &batch)
+{
+    return tr("Data In:%1").arg(QString::fromUtf8(batch).trimmed());
 }
 
 void WatchServer::disconnAct()

@@ -25,6 +25,9 @@ public:
     /// false `out` holds the last IPv4 address examined, or is untouched if none was.
     static bool findLocalAddress(quint8 out[4], const QString &deviceHost);
 
+    /// The log entry for what one read has brought.
+    static QString entry(const QByteArray &batch);
+
 public slots:
     void newConnAct();
     void dataReadyAct();

@@ -8,7 +8,6 @@
 #include <QBoxLayout>
 #include <QComboBox>
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -178,11 +177,9 @@ void ConfigDialog::importFile()
             .trimmed();
     if (path.isEmpty())
         return;
-    QFile file(path);
     // As much as no packet can carry is enough of a file that is too long.
-    const QByteArray text =
-        file.open(QIODevice::ReadOnly) ? file.read(wire::SendCapacity) : QByteArray();
-    if (file.error() != QFileDevice::NoError) {
+    QByteArray text;
+    if (!readFile(path, wire::SendCapacity, &text)) {
         log(document.notOpened.arg(path));
         return;
     }

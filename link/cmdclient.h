@@ -41,7 +41,7 @@ public:
 
     // Transport, used by the commands.
     /// Frames and sends the first `totalLength` bytes of the send buffer; 1 on success, else 0.
-    int sendPacket(uint32_t totalLength);
+    virtual int sendPacket(uint32_t totalLength);
     /// Waits for `expectedLength` bytes, at most `rounds` milliseconds and the time events take.
     bool waitAck(int expectedLength, int rounds);
     /// Waits for a reply as long as it declares itself, or for `capLength` bytes.
@@ -115,6 +115,13 @@ public:
     bool deleteQrCodeByData(const char *text);
     bool getQrCodeList(char *out, uint32_t *outLen, size_t capacity);
 
+protected:
+    /// Waits in rounds of a millisecond, `rounds` at most, for what arrives to be complete.
+    /// Virtual, as is sendPacket, so that replies can come from elsewhere than a terminal.
+    virtual bool waitUntil(const std::function<bool()> &complete, int rounds);
+
+    QByteArray recvBuffer; ///< what has arrived since the wait began
+
 private slots:
     void connected();
     void disconnected();
@@ -156,12 +163,10 @@ private:
 
     ReplyView reply() const { return ReplyView(recvBuffer); }
     void log(const QString &line);
-    bool waitUntil(const std::function<bool()> &complete, int rounds);
 
     bool isConnected = false;
     QTcpSocket *socket;
     QTextEdit *infoText;
     std::unique_ptr<uint8_t[]> sendBuffer;
-    QByteArray recvBuffer;
     bool waiting = false;
 };

@@ -1,5 +1,6 @@
 #include "link/wholefile.h"
 
+#include <QFile>
 #include <QSaveFile>
 
 bool writeWholeFile(const QString &path, const QByteArray &content)
@@ -14,4 +15,16 @@ bool commitWhole(QSaveFile *file)
 {
     // What is still buffered at commit() can be lost on a full disk without a word.
     return file->flush() && file->commit();
+}
+
+bool readFile(const QString &path, qint64 most, QByteArray *content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray read = file.read(most);
+    if (file.error() != QFileDevice::NoError)
+        return false;
+    *content = read;
+    return true;
 }
