@@ -1,5 +1,6 @@
 # What every target of the project is compiled with.
 option(QUIREL_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(QUIREL_FUZZ "Build the fuzz targets with libFuzzer, which needs clang, and nothing else" OFF)
 option(QUIREL_WERROR "Treat warnings as errors" OFF)
 
 add_library(quirel_options INTERFACE)
@@ -19,4 +20,8 @@ endif()
 if(QUIREL_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(QUIREL_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -1,0 +1,16 @@
+/// The list of record files, as text.
+
+#include "dialogs/accessrecorddlg.h"
+#include "fuzz/harness.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    harness::prepareApplication();
+    static auto &log = *new QTextEdit;
+    static auto &client = *new ReplayClient(&log);
+    static auto &dialog = *new AccessRecordDlg(&client, &log, nullptr);
+    log.clear();
+    client.setReply(harness::reply(data, size));
+    harness::click(dialog, "getRecordFilesBtnClickAct");
+    return 0;
+}
