@@ -27,9 +27,8 @@ constexpr int MonthsBack = 36;
 constexpr int MonthsAhead = 12;
 constexpr int ShortestMonth = 28; // days
 
-// How long the terminal may take for a page, and the longest that is waited for late ones; ms.
-constexpr int TimeOut = 1000;
-constexpr int LongestSilence = 10000;
+constexpr int TimeOut = 1000;   // ms that the terminal may take for a page
+constexpr int MostSilence = 10; // time-outs that late pages are waited for
 
 constexpr size_t PageCapacity = 409600;
 constexpr size_t FileListCapacity = 4224;
@@ -123,7 +122,7 @@ bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, R
     }
     // The terminal may still answer what was asked in vain.
     if (timeOuts > 0)
-        client->awaitSilence(qMin((timeOuts + 1) * TimeOut, LongestSilence));
+        client->awaitSilence(qMin(timeOuts + 1, MostSilence) * TimeOut);
     return true;
 }
 
