@@ -27,7 +27,6 @@ constexpr int MonthsBack = 36;
 constexpr int MonthsAhead = 12;
 constexpr int ShortestMonth = 28; // days
 
-constexpr int TimeOut = 1000;   // ms that the terminal may take for a page
 constexpr int MostSilence = 10; // time-outs that late pages are waited for
 
 constexpr size_t PageCapacity = 409600;
@@ -118,11 +117,11 @@ bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, R
     while (!fetchPage(month, firstIndex, page)) {
         if (!client->hasConnection())
             return false;
-        timeOuts += attempt.restart() >= TimeOut ? 1 : 0;
+        timeOuts += attempt.restart() >= TimeOutRounds ? 1 : 0;
     }
     // The terminal may still answer what was asked in vain.
     if (timeOuts > 0)
-        client->awaitSilence(qMin(timeOuts + 1, MostSilence) * TimeOut);
+        client->awaitSilence(qMin(timeOuts + 1, MostSilence) * TimeOutRounds);
     return true;
 }
 

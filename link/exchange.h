@@ -2,6 +2,9 @@
 
 #include "link/wire.h"
 
+/// Rounds of a millisecond that nearly all commands wait for their reply.
+constexpr int TimeOutRounds = 1000;
+
 /// How a command waits: for a length that the console knows, or for the one that the reply
 /// declares. A silent one leaves no line on a time-out.
 struct Wait
@@ -9,7 +12,7 @@ struct Wait
     enum Kind : quint8 { Ack, Reply } kind;
     size_t bytes; ///< the known length, or the most that is waited for
     bool silent = false;
-    int rounds = 1000;
+    int rounds = TimeOutRounds;
 };
 
 constexpr Wait StatusWait{Wait::Ack, wire::AckSize};
