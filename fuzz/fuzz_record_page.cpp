@@ -5,12 +5,6 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    harness::prepareApplication();
-    static auto &log = *new QTextEdit;
-    static auto &client = *new ReplayClient(&log);
-    static auto &dialog = *new AccessRecordDlg(&client, &log, nullptr);
-    log.clear();
-    client.setReply(harness::reply(data, size));
-    harness::click(dialog, "readRecordBtnClickAct");
+    harness::receive<AccessRecordDlg>("readRecordBtnClickAct", data, size);
     return 0;
 }

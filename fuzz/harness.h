@@ -36,3 +36,19 @@ protected:
 private:
     QByteArray bytesToFind;
 };
+
+namespace harness {
+
+/// Presses a dialog's button while its client finds this data as reply.
+template <class Dialog> void receive(const char *button, const uint8_t *data, size_t size)
+{
+    prepareApplication();
+    static auto &log = *new QTextEdit;
+    static auto &client = *new ReplayClient(&log);
+    static auto &dialog = *new Dialog(&client, &log, nullptr);
+    log.clear();
+    client.setReply(reply(data, size));
+    click(dialog, button);
+}
+
+} // namespace harness
