@@ -15,7 +15,8 @@ namespace {
 
 constexpr int MaxPending = 1;
 constexpr int MaxServed = 1;
-constexpr qint64 MaxBatch = 65536; // bytes
+// A flood is taken in such bites, each an entry that is shown as far as the log shows any.
+constexpr qint64 MaxBatch = 1048576; // bytes
 constexpr int NetworkOctets = 3;
 
 void toOctets(quint32 address, quint8 out[4])

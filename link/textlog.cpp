@@ -7,29 +7,53 @@
 
 namespace {
 
-// Removing from the front costs a new layout of what stays, so it is done rarely.
-constexpr int DropChunk = 5000;
+// Removing from the front moves all that stays, so it is done rarely.
+constexpr int DroppedLines = 5000;
+constexpr int DroppedCharacters = 500'000;
 
+constexpr QLatin1Char LineEnd('\n');
+constexpr QChar Ellipsis(0x2026);
+
+/// In an edit of its own: merged with what was appended at the end, it would count as a change of
+/// the whole document, which is then laid out anew.
 void dropOldLines(QTextDocument *document)
 {
-    const int surplus = document->blockCount() - textlog::KeptLines;
-    if (surplus < DropChunk)
+    const int lines = document->blockCount() - textlog::KeptLines;
+    const int characters = document->characterCount() - textlog::KeptCharacters;
+    if (lines < DroppedLines && characters < DroppedCharacters)
         return;
+    const int byLines = document->findBlockByNumber(qMax(lines, 0)).position();
+    const int byCharacters = document->findBlock(qMax(characters, 0)).position();
     QTextCursor cursor(document);
-    cursor.setPosition(document->findBlockByNumber(surplus).position(), QTextCursor::KeepAnchor);
+    cursor.setPosition(qMax(byLines, byCharacters), QTextCursor::KeepAnchor);
     cursor.removeSelectedText();
 }
 
-QString bounded(const QString &text)
+/// All that the document takes for the end of a line made the same. A line separator would leave
+/// the lines in one block, whose layout takes minutes when there are thousands.
+QString plainLineEnds(QString text)
 {
-    if (text.size() <= textlog::MaxLineLength)
-        return text;
-    QStringList lines = text.split(QLatin1Char('\n'));
+    constexpr ushort Ends[] = {'\r', QChar::LineSeparator, QChar::ParagraphSeparator, 0xFDD0,
+                               0xFDD1};
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    for (const ushort end : Ends)
+        text.replace(QChar(end), LineEnd);
+    return text;
+}
+
+QString bounded(const QString &entry)
+{
+    QStringList lines = plainLineEnds(entry.left(textlog::MaxEntryLength)).split(LineEnd);
+    const bool whole =
+        entry.size() <= textlog::MaxEntryLength && lines.size() <= textlog::MaxEntryLines;
+    lines = lines.mid(0, textlog::MaxEntryLines);
     for (QString &line : lines) {
         if (line.size() > textlog::MaxLineLength)
-            line = line.left(textlog::MaxLineLength) + QChar(0x2026);
+            line = line.left(textlog::MaxLineLength) + Ellipsis;
     }
-    return lines.join(QLatin1Char('\n'));
+    if (!whole && !lines.last().endsWith(Ellipsis))
+        lines.append(Ellipsis);
+    return lines.join(LineEnd);
 }
 
 } // namespace
@@ -38,21 +62,20 @@ void textlog::prepare(QTextEdit *log)
 {
     log->setUndoRedoEnabled(false);
     log->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    log->setTabChangesFocus(true);
 }
 
-void textlog::append(QTextEdit *log, const QString &line)
+void textlog::append(QTextEdit *log, const QString &entry)
 {
-    append(log, QStringList(line));
+    append(log, QStringList(entry));
 }
 
-void textlog::append(QTextEdit *log, const QStringList &lines)
+void textlog::append(QTextEdit *log, const QStringList &entries)
 {
-    if (lines.isEmpty())
+    if (entries.isEmpty())
         return;
     QStringList text;
-    for (const QString &line : lines)
-        text.append(bounded(line));
+    for (const QString &entry : entries.mid(qMax(0, entries.size() - KeptLines)))
+        text.append(bounded(entry));
     QScrollBar *bar = log->verticalScrollBar();
     const bool following = bar->value() == bar->maximum();
 
@@ -62,9 +85,9 @@ void textlog::append(QTextEdit *log, const QStringList &lines)
     cursor.movePosition(QTextCursor::End);
     if (!document->isEmpty())
         cursor.insertBlock();
-    cursor.insertText(text.join(QLatin1Char('\n')), QTextCharFormat());
-    dropOldLines(document);
+    cursor.insertText(text.join(LineEnd), QTextCharFormat());
     cursor.endEditBlock();
+    dropOldLines(document);
 
     if (following)
         bar->setValue(bar->maximum());

@@ -8,18 +8,22 @@ class QTextEdit;
 /// a terminal or a file name brings have no effect.
 namespace textlog {
 
-/// The newest lines that a log is sure to keep; older ones go in chunks.
+/// The newest lines, and characters, that a log is sure to keep; older ones go in chunks.
 constexpr int KeptLines = 50000;
+constexpr int KeptCharacters = 5'000'000;
 
-/// Longest line shown; the rest of a longer one gives way to an ellipsis. A line without blanks
-/// costs a layout time that grows with the square of its length.
-constexpr int MaxLineLength = 4096;
+/// The most that is shown of one entry; an ellipsis takes the place of what is beyond. A line's
+/// layout can take a time that grows with the square of its length.
+constexpr int MaxLineLength = 1024;
+constexpr int MaxEntryLines = 1000;
+constexpr int MaxEntryLength = 65536;
 
 /// Makes a text edit a log: read-only, without undo history, leaving the Tab key to the window.
 void prepare(QTextEdit *log);
 
-void append(QTextEdit *log, const QString &line);
-/// Many lines at the price of one edit; no lines, no change.
-void append(QTextEdit *log, const QStringList &lines);
+void append(QTextEdit *log, const QString &entry);
+/// Many entries at the price of one edit, the newest if there are more than a log keeps; no
+/// entries, no change.
+void append(QTextEdit *log, const QStringList &entries);
 
 } // namespace textlog

@@ -12,8 +12,10 @@ private slots:
     void showsTextLiterally_data();
     void showsTextLiterally();
     void beginsWithoutAnEmptyLine();
-    void cutsLongLinesVisibly();
+    void cutsLongEntriesVisibly_data();
+    void cutsLongEntriesVisibly();
     void keepsTheNewestLines();
+    void keepsTheNewestCharacters();
     void followsTheEndOnlyFromTheEnd();
 };
 
@@ -61,11 +63,30 @@ void TestTextLog::beginsWithoutAnEmptyLine()
     QCOMPARE(log.toPlainText(), QString("anew\nagain"));
 }
 
-void TestTextLog::cutsLongLinesVisibly()
+void TestTextLog::cutsLongEntriesVisibly_data()
 {
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("shown");
+    const QString a(1024, 'a');
+    QTest::newRow("line") << a + '\n' + a + "b\nc" << a + '\n' + a + "…\nc";
+    QTest::newRow("endless") << QString(800000, 'a') << a + "…";
+    QTest::newRow("most-lines") << "a" + QString("\nb").repeated(999)
+                                << "a" + QString("\nb").repeated(999);
+    QTest::newRow("lines") << "a" + QString("\nb").repeated(1000)
+                           << "a" + QString("\nb").repeated(999) + "\n…";
+    QTest::newRow("characters") << (a.left(1023) + '\n').repeated(80)
+                                << (a.left(1023) + '\n').repeated(64) + "\n…";
+    const QString lines = QString("a\r\nb\rc\u2029d") + QChar(0xFDD0) + 'e' + QChar(0xFDD1) + 'f';
+    QTest::newRow("all-line-ends") << lines + QString("\u2028g").repeated(1000)
+                                   << "a\nb\nc\nd\ne\nf" + QString("\ng").repeated(994) + "\n…";
+}
+
+void TestTextLog::cutsLongEntriesVisibly()
+{
+    QFETCH(QString, entry);
     QTextEdit log;
-    textlog::append(&log, QString(4096, 'a') + '\n' + QString(800000, 'b') + "\nc");
-    QCOMPARE(log.toPlainText(), QString(4096, 'a') + '\n' + QString(4096, 'b') + "…\nc");
+    textlog::append(&log, entry);
+    QTEST(log.toPlainText(), "shown");
 }
 
 void TestTextLog::keepsTheNewestLines()
@@ -77,10 +98,23 @@ void TestTextLog::keepsTheNewestLines()
     while (next < 72000)
         textlog::append(&log, QString::number(next++));
 
+    QTest::keyClicks(&log, "x\t"); // in vain
     const QStringList shown = log.toPlainText().split('\n');
     QVERIFY2(shown.size() >= 50000 && shown.size() <= 60000,
              qPrintable(QString::number(shown.size())));
     QVERIFY(shown == numbered(72000 - shown.size(), shown.size()));
+}
+
+void TestTextLog::keepsTheNewestCharacters()
+{
+    QTextEdit log;
+    for (int i = 0; i < 6400; ++i)
+        textlog::append(&log, QString::number(i).rightJustified(1000, '.'));
+    const QStringList shown = log.toPlainText().split('\n');
+    QVERIFY2(shown.size() >= 4994 && shown.size() <= 5496,
+             qPrintable(QString::number(shown.size())));
+    QVERIFY(shown.first().endsWith(QString::number(6400 - shown.size())));
+    QVERIFY(shown.last().endsWith("6399"));
 }
 
 void TestTextLog::followsTheEndOnlyFromTheEnd()

@@ -112,6 +112,7 @@ void TestWatchServer::stopsAndStartsAgain()
 
     watch.server.stopListen();
     watch.server.stopListen();
+    QCOMPARE(watch.port(), quint16(0));
     QTRY_COMPARE(farewell.count(), 1);
     watch.server.startListen(0);
     watch.server.startListen(1);
@@ -136,8 +137,10 @@ void TestWatchServer::findsTheLocalAddress()
         QVERIFY(WatchServer::findLocalAddress(out, host));
         QCOMPARE(octets(out), QByteArray("7f.00.00.01"));
     }
-    quint8 out[4];
-    QVERIFY(!WatchServer::findLocalAddress(out, "0.1.2.3"));
+    for (const char *host : {"0.1.2.3", "127.0.77.1"}) {
+        quint8 out[4];
+        QVERIFY2(!WatchServer::findLocalAddress(out, host), host);
+    }
 }
 
 void TestWatchServer::refusesMalformedHosts()
