@@ -4,7 +4,6 @@
 #include "config/json.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace {
 
@@ -12,8 +11,9 @@ std::optional<QString> latin1Text(const Json::Value &object, const char *key)
 {
     const Json::Value *value = json::member(object, key);
     const std::optional<QByteArray> bytes = json::bytes(object, key);
-    return bytes && !value->isNull() ? std::make_optional(QString::fromLatin1(*bytes))
-                                     : std::nullopt;
+    return bytes && !value->isNull()
+               ? std::make_optional(QString::fromLatin1(bytes->constData(), bytes->size()))
+               : std::nullopt;
 }
 
 /// Only what is a text in the document, up to a zero in it.
@@ -64,7 +64,7 @@ std::optional<QStringList> userLines(const char *text, size_t length)
     const Json::Value *users = json::array(root, "user_list");
     if (!users)
         return QStringList();
-    if (!std::all_of(users->begin(), users->end(), std::mem_fn(&Json::Value::isObject)))
+    if (!std::all_of(users->begin(), users->end(), json::hasMembers))
         return std::nullopt;
 
     QStringList lines(MainWindow::tr("User count：%1").arg(users->size()));

@@ -99,7 +99,7 @@ bool QRCodeDialog::listCodes(const Json::Value &root)
     const Json::Value *codes = json::array(root, "qrcode data");
     if (!codes)
         return true;
-    if (!std::all_of(codes->begin(), codes->end(), std::mem_fn(&Json::Value::isObject)))
+    if (!std::all_of(codes->begin(), codes->end(), json::hasMembers))
         return false;
 
     QStringList lines(tr("QR code record count：%1").arg(codes->size()));

@@ -28,7 +28,10 @@ struct DialogRig : Link
         return dialog->findChild<Widget *>(QString::fromLatin1(name));
     }
     void click(const char *button) const { find<QPushButton>(button)->click(); }
-    QStringList lines() const { return log.toPlainText().split('\n', Qt::SkipEmptyParts); }
+    QStringList lines() const
+    {
+        return log.document()->isEmpty() ? QStringList() : log.toPlainText().split('\n');
+    }
 
     std::unique_ptr<QWidget> dialog;
 };

@@ -155,6 +155,18 @@ void TestCommands::refusesReplies_data()
     row("codes-longer-than-the-wait", "getQrCodeList", head(614396) + QByteArray(614395, '\0'),
         "Unknown error.", textCall(&CmdClient::getQrCodeList, 819200));
 
+    // What is waited for reaches as far as the longest reply that there is.
+    row("text-without-its-end", "getUserConfig", head(2495) + QByteArray(2494, '\0'),
+        "Fail to accept ACK.");
+    row("list-without-its-end", "getUserList", head(799995) + QByteArray(799994, '\0'),
+        "Fail to accept ACK.");
+    row("codes-without-their-end", "getQrCodeList", head(614395) + QByteArray(614394, '\0'),
+        "Fail to accept ACK.");
+    row("page-without-its-end", "getMonthRecords", head(319995) + QByteArray(319994, '\0'),
+        "Fail to accept ACK.");
+
+    row("page-longer-than-the-wait", "getMonthRecords", head(319996) + QByteArray(319995, '\0'),
+        "Unknown error: 0", recordPageCall(409600));
     const QByteArray records(200, 'r');
     row("page-with-half-a-count", "getMonthRecords", hex("EAC5 000002 00 00"), "Unknown error: 0");
     row("page-past-the-buffer", "getMonthRecords", head(203) + hex("00 0002") + records,

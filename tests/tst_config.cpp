@@ -254,6 +254,7 @@ void TestConfig::loadsAndSends_data()
     for (const Dialog dialog : All) {
         row(dialog, "empty", "", Words[dialog][Unparsed]);
         row(dialog, "array", R"([{"sys mode": 1}])", Words[dialog][Unparsed]);
+        row(dialog, "null", "null", "");
         row(dialog, "unknown", R"({"sys mode": 1, "other": {"sound volume": 9}})", "");
     }
     row(Output, "no-block", R"({"data block": {"sys mode": 1}, "cfg output block": []})",
@@ -479,6 +480,8 @@ void TestConfig::looksAfterTheDevice_data()
     row("sync-refused", "sync RTC time", "", "EAC5 000001 41",
         "Fail to set RTC time：A|RTC time set failed.");
     row("bias", "get TOF corr", "EAC5 000001 0B", "EAC5 000002 03E3", "TOF corrected value：-5");
+    row("bias-unsigned", "get TOF corr", "EAC5 000001 0B", "EAC5 000002 FFFF",
+        "TOF corrected value：64535");
     row("bias-silent", "get TOF corr", "EAC5 000001 0B", "", "");
     row("least-bias", "corr TOF bias", "EAC5 000003 0A 0384", "EAC5 000001 00",
         "TOF bias corrected.", "-100");

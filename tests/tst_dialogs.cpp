@@ -113,13 +113,19 @@ void TestDialogs::showsAllOfItsTexts()
         QVERIFY2(needed.width() <= widget->width() && needed.height() <= widget->height(),
                  qPrintable(text));
     };
-    for (const QLabel *label : window->findChildren<QLabel *>())
+    QSet<const QWidget *> named;
+    for (const QLabel *label : window->findChildren<QLabel *>()) {
         check(label, label->text());
+        named.insert(label->buddy());
+    }
     for (const QPushButton *button : window->findChildren<QPushButton *>())
         check(button, button->text());
-    for (const QSpinBox *box : window->findChildren<QSpinBox *>())
+    for (const QSpinBox *box : window->findChildren<QSpinBox *>()) {
         check(box->findChild<QLineEdit *>(), QString::number(box->maximum()));
+        QVERIFY2(named.contains(box), qPrintable(box->objectName()));
+    }
     for (const QComboBox *combo : window->findChildren<QComboBox *>()) {
+        QVERIFY2(named.contains(combo), qPrintable(combo->objectName()));
         if (qobject_cast<const ElidingComboBox *>(combo))
             continue;
         QStyleOptionComboBox option;
@@ -159,7 +165,10 @@ void TestDialogs::addsAUser_data()
     const QString thirty(10, QChar(0x5F20)); // UTF-8 bytes
     const QString thirtyTwo(16, QChar(0xE9));
     const QString thirtyThree(11, QChar(0x5F20));
-    const auto field = [](const QString &text) { return text.toUtf8().leftJustified(32, '\0'); };
+    const QChar half(0xD83D); // of a character, whose other half a length limit took
+    const auto field = [half](QString text) {
+        return text.remove(half).toUtf8().leftJustified(32, '\0');
+    };
     const auto row = [&](const char *tag, const QString &name, const QString &card,
                          const char *cardBytes, const QString &department, const QByteArray &answer,
                          const QStringList &lines) {
@@ -174,6 +183,7 @@ void TestDialogs::addsAUser_data()
     row("card-out-of-range", "a", "4294967296", "00000000", "", Ok, created);
     row("30-bytes", thirty, "", "00000000", thirty, Ok, created);
     row("32-bytes", thirtyTwo, "", "00000000", thirtyTwo, Ok, created);
+    row("half-a-character", "a" + QString(half), "", "00000000", "b" + QString(half), Ok, created);
     row("name-of-33-bytes", thirtyThree, "", "", "", {}, {"The username is too long."});
     row("department-of-33-bytes", "a", "", "", thirtyThree, {},
         {"The department name is too long."});
