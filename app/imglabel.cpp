@@ -7,6 +7,7 @@ ImgLabel::ImgLabel(QWidget *parent)
 {
     setCursor(Qt::CrossCursor);
     setAttribute(Qt::WA_MouseTracking);
+    setAttribute(Qt::WA_OpaquePaintEvent); // the picture covers it
 }
 
 void ImgLabel::mouseMoveEvent(QMouseEvent *event)

@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/imglabel.h"
+#include "app/shownframe.h"
 #include "link/cmdclient.h"
 #include "widgets/controls.h"
 
@@ -8,6 +9,8 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -243,11 +246,12 @@ void MainWindow::showPalmVein()
 void MainWindow::showFrame(const std::vector<uint8_t> &frame, QImage *lastImage, QPixmap *pixmap,
                            ImgLabel *label)
 {
-    const QImage image(frame.data(), wire::FrameWidth, wire::FrameHeight, wire::FrameWidth,
-                       QImage::Format_Grayscale8);
-    *lastImage = image.copy();
-    pixmap->convertFromImage(
-        image.scaled(label->size(), Qt::KeepAspectRatio, Qt::FastTransformation));
+    if (lastImage->isNull())
+        *lastImage = QImage(wire::FrameWidth, wire::FrameHeight, QImage::Format_Grayscale8);
+    const uint8_t *row = frame.data();
+    for (int y = 0; y < wire::FrameHeight; ++y, row += wire::FrameWidth)
+        std::copy_n(row, wire::FrameWidth, lastImage->scanLine(y));
+    *pixmap = QPixmap::fromImage(shownFrame(frame.data(), label->size()));
     label->setPixmap(*pixmap);
 }
 

@@ -4,6 +4,7 @@
 #include "link/textlog.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDebug>
 #include <QNetworkProxy>
 #include <QScopedValueRollback>
@@ -15,6 +16,8 @@ namespace {
 constexpr int ConnectTimeout = 5000;       // ms
 constexpr int DisconnectTimeout = 3000;    // ms
 constexpr unsigned long RoundPause = 1000; // us
+constexpr int LongestTail = 60000;         // ms
+constexpr int LongestReply = 800005;       // bytes
 
 } // namespace
 
@@ -24,6 +27,7 @@ CmdClient::CmdClient(QTextEdit *log, QObject *parent)
       infoText(log),
       sendBuffer(std::make_unique<uint8_t[]>(wire::SendCapacity))
 {
+    recvBuffer.reserve(LongestReply);
     // The terminal is on the local network, whatever proxy the system uses for others.
     socket->setProxy(QNetworkProxy::NoProxy);
     connect(socket, SIGNAL(connected()), this, SLOT(connected()));
@@ -86,8 +90,10 @@ int CmdClient::sendPacket(uint32_t totalLength)
 
     const qint64 written =
         socket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
-    if (static_cast<uint32_t>(written) == totalLength)
+    if (static_cast<uint32_t>(written) == totalLength) {
+        socket->flush(); // a round earlier than the event loop would
         return 1;
+    }
     log(tr("Fail to send the data packet：%1").arg(written));
     return 0;
 }
@@ -110,7 +116,8 @@ bool CmdClient::waitReply(int capLength, int rounds)
 
 void CmdClient::awaitSilence(int milliseconds)
 {
-    while (waitUntil([this] { return !recvBuffer.isEmpty(); }, milliseconds)) {
+    const QDeadlineTimer end(LongestTail);
+    while (!end.hasExpired() && waitUntil([this] { return !recvBuffer.isEmpty(); }, milliseconds)) {
     }
 }
 
@@ -118,7 +125,7 @@ bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
 {
     const QScopedValueRollback<bool> inside(waiting, true);
     BusyCursor cursor;
-    recvBuffer.clear();
+    recvBuffer.resize(0); // keeps its memory
     for (int round = 0; round < rounds; ++round) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         if (complete()) {
@@ -237,6 +244,9 @@ void CmdClient::readyRead()
     qDebug().nospace() << "SDK: " << socket->bytesAvailable();
     // What arrives between two commands belongs to none; only its last batch is kept.
     if (!waiting)
-        recvBuffer.clear();
-    recvBuffer.append(socket->readAll());
+        recvBuffer.resize(0);
+    const int before = recvBuffer.size();
+    recvBuffer.resize(before + static_cast<int>(socket->bytesAvailable()));
+    const qint64 count = socket->read(recvBuffer.data() + before, recvBuffer.size() - before);
+    recvBuffer.resize(before + static_cast<int>(qMax<qint64>(count, 0)));
 }

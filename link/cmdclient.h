@@ -48,7 +48,8 @@ public:
     bool waitReply(int capLength, int rounds);
 
     /// Waits until nothing has arrived for so many milliseconds, so that the late reply to a
-    /// request which was given up is not taken for that of the next.
+    /// request which was given up is not taken for that of the next; at most a minute, should a
+    /// terminal never fall silent.
     void awaitSilence(int milliseconds);
 
     // Users. IDs are the terminal's, not checked here.

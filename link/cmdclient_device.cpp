@@ -35,7 +35,7 @@ constexpr StatusText SerialTexts[] = {
 
 bool CmdClient::getTofDistance(uint16_t *out)
 {
-    recvBuffer.clear();
+    recvBuffer.resize(0);
     if (!getValue(wire::Command::GetTofDistance, sizeof *out))
         return false;
     *out = reply().u16(ValueOffset);

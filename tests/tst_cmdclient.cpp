@@ -70,11 +70,13 @@ void TestCmdClient::connectsAndDisconnects()
     ScriptedPeer peer;
     QTextEdit log;
     CmdClient client(&log, nullptr);
-    QCOMPARE(client.findChild<QTcpSocket *>()->proxy().type(), QNetworkProxy::NoProxy);
+    auto *socket = client.findChild<QTcpSocket *>();
+    QCOMPARE(socket->proxy().type(), QNetworkProxy::NoProxy);
     QVERIFY(client.disconnectFromDevice());
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));
     QTRY_COMPARE(peer.connectionCount(), 2);
+    QCOMPARE(socket->socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
     QCOMPARE(client.sendPacket(6), 1); // not on its way yet, which keeps the socket busy
     QVERIFY(client.disconnectFromDevice());
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));
@@ -185,7 +187,7 @@ void TestCmdClient::discardsLateData()
 void TestCmdClient::showsThatItWaits()
 {
     Link link;
-    for (const int delay : {0, 500}) {
+    for (const int delay : {0, 900}) {
         link.peer.expect({hex("EAC5 000001 05"), {hex("EAC5 000001 04")}, false, delay});
         const WaitProbe probe(link.client);
         uint8_t mode = 0;
@@ -197,6 +199,11 @@ void TestCmdClient::showsThatItWaits()
     }
     QVERIFY(!link.client.waitAck(6, 10));
     QVERIFY(!link.client.isWaiting());
+
+    char list[2];
+    uint32_t length = 0;
+    link.peer.expect({hex("EAC5 000001 63"), {hex("EAC5 000003 00 7B7D")}, false, 1500});
+    QVERIFY(link.client.getQrCodeList(list, &length, sizeof list));
 }
 
 QTEST_MAIN(TestCmdClient)
