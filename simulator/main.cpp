@@ -26,6 +26,7 @@ int fail(const QString &reason)
 }
 
 std::atomic<bool> stopAsked{false};
+std::atomic<bool> holdsInput{false};
 static_assert(std::atomic<bool>::is_always_lock_free); // set by a signal
 
 void askToStop(int /*signal*/)
@@ -38,6 +39,7 @@ void stopWithInput()
 {
     while (std::getchar() != EOF) {
     }
+    holdsInput = false;
     stopAsked = true;
 }
 
@@ -88,8 +90,11 @@ int run(int argc, char *argv[], sim::Settings &settings)
     printLine(stdout,
               QStringLiteral("Listening on ") + endpoint(settings.address, terminal.port()));
     const Stopper stopper;
-    if (settings.endWithInput)
-        QThread::create(stopWithInput)->start(); // to the end of the process
+    if (settings.endWithInput) {
+        holdsInput = true;
+        static QThread *const reader = QThread::create(stopWithInput); // to the end of the process
+        reader->start();
+    }
     return QCoreApplication::exec();
 }
 
@@ -99,7 +104,7 @@ int main(int argc, char *argv[])
 {
     sim::Settings settings;
     const int code = run(argc, argv, settings);
-    if (settings.endWithInput)
+    if (holdsInput)
         std::_Exit(code); // an orderly exit would wait for the thread that holds the input
     return code;
 }

@@ -1,9 +1,14 @@
+#include "widgets/controls.h"
+#include "widgets/elidingcombobox.h"
 #include "windowrig.h"
 
-#include <QComboBox>
+#include <QAbstractItemView>
+#include <QGroupBox>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QSpinBox>
+#include <QStyleFactory>
 #include <QTcpSocket>
 #include <QtTest>
 
@@ -14,6 +19,8 @@ class TestMainWindow : public QObject
 private slots:
     void hasItsSlotsInOrder();
     void startsUnconnected();
+    void leadsTheTabKey();
+    void showsWhatHasNoRoom();
     void connects();
     void reconnectsWhileListening();
     void keepsItsStateWhenConnectingFails();
@@ -63,6 +70,7 @@ void TestMainWindow::startsUnconnected()
              QString("Ethernet"));
     QCOMPARE(port->text(), QString("20086"));
     QCOMPARE(port->maximum(), 65535);
+    QCOMPARE(window.findChild<QSpinBox *>("idSpinBox")->minimum(), 1);
 
     const WindowRig rig;
     rig.click("closeBtnClickAct"); // nothing to disconnect yet
@@ -70,6 +78,46 @@ void TestMainWindow::startsUnconnected()
     QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect"));
     QCOMPARE(rig.caption("openWatchBtnClickAct"), QString("Start Listening"));
     QCOMPARE(rig.lines("infoText") + rig.lines("watchText"), QStringList());
+}
+
+void TestMainWindow::leadsTheTabKey()
+{
+    const MainWindow window;
+    QCOMPARE(window.focusWidget()->objectName(), QString("openBtnClickAct"));
+    QStringList way;
+    const QWidget *const first = window.findChild<QComboBox *>("connectionModeCombo");
+    const QWidget *next = first;
+    do {
+        const auto *group = qobject_cast<const QGroupBox *>(next->parentWidget());
+        if (group && (next->focusPolicy() & Qt::TabFocus))
+            way.append(group->title());
+        next = next->nextInFocusChain();
+    } while (next != first);
+    way.removeDuplicates();
+    QCOMPARE(way, (QStringList{"Device Connect", "Video Control", "User Operation", "Settings",
+                               "Message Listening", "Hint"}));
+}
+
+void TestMainWindow::showsWhatHasNoRoom()
+{
+    // Its lists are no wider than their boxes.
+    const std::unique_ptr<QStyle> style(QStyleFactory::create("Windows"));
+    ElidingComboBox combo;
+    combo.setStyle(style.get());
+    combo.addItem(QString(40, 'm'));
+    combo.setFixedSize(80, 22);
+    combo.show();
+    QHelpEvent hint(QEvent::ToolTip, {}, {});
+    QCoreApplication::sendEvent(&combo, &hint);
+    QCOMPARE(combo.toolTip(), combo.itemText(0));
+    combo.showPopup();
+    QVERIFY(combo.view()->width() >= combo.fontMetrics().horizontalAdvance(combo.toolTip()));
+
+    QPushButton button;
+    const QString caption("Remote Recognition");
+    button.setFixedWidth(button.fontMetrics().horizontalAdvance(caption) * 4 / 5);
+    controls::setCaption(&button, caption);
+    QVERIFY(button.fontMetrics().horizontalAdvance(caption) <= button.maximumWidth());
 }
 
 void TestMainWindow::connects()

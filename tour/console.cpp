@@ -103,5 +103,5 @@ void Console::beginStep(const QString &path)
 
 bool Console::savePicture()
 {
-    return window.grab().save(picturePath + QStringLiteral(".png"));
+    return picturePath.isEmpty() || window.grab().save(picturePath + QStringLiteral(".png"));
 }

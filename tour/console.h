@@ -39,7 +39,7 @@ public:
     QStringList watchLines() const;
 
     /// Pictures of what follows are saved under this path and ".png", those of dialogs with a
-    /// number before that.
+    /// number before that; none without a path.
     void beginStep(const QString &picturePath);
     bool savePicture();
 

@@ -21,7 +21,7 @@ DialogPerson::DialogPerson(const std::vector<Answer> &givenAnswers, const QStrin
 bool DialogPerson::eventFilter(QObject *watched, QEvent *event)
 {
     auto *dialog = qobject_cast<QWidget *>(watched);
-    if (event->type() == QEvent::Hide && dialog)
+    if (event->type() == QEvent::Hide && dialog && !picturePath.isEmpty())
         dialog->grab().save(QStringLiteral("%1-%2.png").arg(picturePath).arg(++pictures));
     return QObject::eventFilter(watched, event);
 }

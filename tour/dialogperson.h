@@ -3,6 +3,7 @@
 #include "tour/console.h"
 
 #include <QList>
+#include <QPointer>
 #include <QTimer>
 
 /// Sits before the screen while a button's click runs, and answers the dialogs that it opens.
@@ -25,8 +26,9 @@ private:
     std::vector<Answer> answers;
     QString picturePath;
     QTimer timer;
-    QList<QWidget *> atWork;         ///< dialogs whose answers run now, the innermost last
-    QWidget *lastAnswered = nullptr; ///< only compared: it may be gone
+    QList<QWidget *> atWork; ///< dialogs whose answers run now, the innermost last
+    /// Null once it is gone: the next dialog may stand where it stood in memory.
+    QPointer<QWidget> lastAnswered;
     size_t done = 0;
     int pictures = 0;
 };

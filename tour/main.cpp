@@ -4,15 +4,13 @@
 
 #include "app/appearance.h"
 #include "link/wholefile.h"
+#include "tour/session.h"
 #include "tour/simulatorprocess.h"
 #include "tour/steps.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QNetworkProxy>
-#include <QTcpServer>
 #include <QTextStream>
-#include <QtTest>
 
 #include <cstdlib>
 
@@ -25,24 +23,6 @@ void endOnFatal(QtMsgType type, const QMessageLogContext & /*context*/, const QS
 {
     if (type == QtFatalMsg)
         std::_Exit(1);
-}
-
-quint16 freePort()
-{
-    QTcpServer server;
-    server.setProxy(QNetworkProxy::NoProxy);
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
-}
-
-bool perform(const Step &step, Console *console, const QString &picturePath)
-{
-    console->beginStep(picturePath);
-    step.act(*console);
-    const bool done = QTest::qWaitFor([&] { return step.succeeded(*console); }, StepTimeout);
-    const bool saved = console->savePicture();
-    QTextStream(stdout) << (done && saved ? "ok      " : "FAILED  ") << step.name << '\n';
-    return done && saved;
 }
 
 bool saveLogs(const Console &console, const QString &path)
@@ -65,26 +45,9 @@ void removeLeftovers(const QDir &output)
         QFile::remove(output.filePath(file));
 }
 
-QDir imageFolder()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/img");
-}
-
-/// The picture that the console saved beside itself belongs to the tour's.
-bool takeSavedPictures(const QStringList &before, const QDir &output)
-{
-    bool taken = false;
-    const QStringList pictures = imageFolder().entryList(QDir::Files);
-    for (const QString &picture : pictures) {
-        if (!before.contains(picture))
-            taken = QFile::rename(imageFolder().filePath(picture), output.filePath(picture));
-    }
-    return taken;
-}
-
 int takeTour(const QDir &output)
 {
-    const QStringList picturesBefore = imageFolder().entryList(QDir::Files);
+    const QStringList picturesBefore = savedPictures();
     removeLeftovers(output);
     const TourPorts ports{0, freePort(), freePort()};
     SimulatorProcess simulator;
@@ -97,11 +60,15 @@ int takeTour(const QDir &output)
     for (const Step &step : tourSteps({simulator.port(), ports.unused, ports.messages}, output)) {
         const QString picture =
             QStringLiteral("%1-%2").arg(++number, 2, 10, QLatin1Char('0')).arg(step.name);
-        failed += perform(step, &console, output.filePath(picture)) ? 0 : 1;
+        const bool done = perform(step, &console, output.filePath(picture), StepTimeout);
+        QTextStream(stdout) << (done ? "ok      " : "FAILED  ") << step.name << '\n';
+        failed += done ? 0 : 1;
     }
     if (!takeSavedPictures(picturesBefore, output))
         ++failed;
     if (!saveLogs(console, output.filePath(QStringLiteral("session.log"))))
+        ++failed;
+    if (!simulator.end())
         ++failed;
     QTextStream(stdout) << number << " steps, " << failed << " failed; pictures and log in "
                         << output.path() << '\n';
@@ -117,8 +84,7 @@ int main(int argc, char *argv[])
         const QApplication application(argc, argv);
         return 0;
     }
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    stayOffScreen();
     QApplication application(argc, argv);
     prepareAppearance();
 

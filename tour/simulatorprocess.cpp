@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int StartTimeout = 10000; // ms
-constexpr int EndTimeout = 3000;    // ms
+constexpr int EndTimeout = 10000;   // ms
 
 } // namespace
 
@@ -33,4 +33,14 @@ bool SimulatorProcess::start(quint16 pushPort)
         QTextStream(stderr) << "The simulated terminal does not start: " << process.errorString()
                             << '\n';
     return listeningPort != 0;
+}
+
+bool SimulatorProcess::end()
+{
+    process.closeWriteChannel();
+    const bool ended = process.waitForFinished(EndTimeout) &&
+                       process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    if (!ended)
+        QTextStream(stderr) << "The simulated terminal does not end in good order.\n";
+    return ended;
 }

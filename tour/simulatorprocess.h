@@ -11,6 +11,8 @@ public:
     /// Starts the program that stands beside this one; messages are pushed to `pushPort`. False,
     /// with the reason on the standard error output, if it does not listen within seconds.
     bool start(quint16 pushPort);
+    /// Lets it end by itself. False, with the reason there, if it does not, or not in good order.
+    bool end();
 
     quint16 port() const { return listeningPort; }
 

@@ -1,0 +1,60 @@
+/// Handles one window for a long time, off-screen unless a platform is chosen, and fails if
+/// anything of it grows, goes wrong or hangs.
+
+#include "bench/census.h"
+#include "bench/soak.h"
+#include "tour/session.h"
+
+#include "app/appearance.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTextStream>
+#include <QThreadPool>
+
+namespace {
+
+constexpr double MsPerMinute = 60000;
+
+/// Qt converts pictures in threads that end when idle for a while. One that stays is there in every
+/// count.
+void keepOneThread()
+{
+    QThreadPool *threads = QThreadPool::globalInstance();
+    threads->setMaxThreadCount(1);
+    threads->setExpiryTimeout(-1);
+    threads->start([] {});
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    census::begin();
+    stayOffScreen();
+    keepWarnings();
+    QApplication application(argc, argv);
+    prepareAppearance();
+    keepOneThread();
+
+    const QCommandLineOption minutesOption(QStringLiteral("minutes"),
+                                           QStringLiteral("How long; a fraction is allowed."),
+                                           QStringLiteral("number"), QStringLiteral("30"));
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addOption(minutesOption);
+    parser.process(application);
+    bool isNumber = false;
+    const double minutes = parser.value(minutesOption).toDouble(&isNumber);
+    if (!isNumber || minutes < 0 || minutes > 24 * 60) {
+        QTextStream(stderr) << "Bad value for --minutes: " << parser.value(minutesOption) << '\n';
+        return 1;
+    }
+
+    // File dialogs remember folders, which are none of the operator's here.
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+    return Soak().run(static_cast<qint64>(minutes * MsPerMinute)) ? 0 : 1;
+}

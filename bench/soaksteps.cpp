@@ -1,0 +1,152 @@
+#include "bench/soaksteps.h"
+
+#include "tour/answers.h"
+
+namespace {
+
+constexpr int FramesToSee = 100;
+constexpr int FramesBeforeRefresh = 5;
+
+struct Preview
+{
+    const char *name;
+    const char *button;
+    const char *idleText;
+};
+
+constexpr Preview Previews[] = {
+    {"long-palmprint", "showRgbBtnClickAct", "Palmprint Preview"},
+    {"long-palm-vein", "showIrBtnClickAct", "Palm Vein Preview"},
+    {"long-joint", "showMixBtnClickAct", "Joint Preview"},
+};
+
+void addPreviewSteps(std::vector<Step> *steps, const Preview &preview, FrameCounter *frames)
+{
+    const char *button = preview.button;
+    const char *idleText = preview.idleText;
+    steps->push_back({QString::fromLatin1(preview.name),
+                      [button, frames](Console &console) {
+                          frames->mark();
+                          console.click(button);
+                      },
+                      [frames](const Console &) { return frames->sinceMark() >= FramesToSee; }});
+    steps->push_back({QLatin1String(preview.name) + QStringLiteral("-stopped"),
+                      [button](Console &console) { console.click(button); },
+                      [button, idleText](const Console &console) {
+                          return console.caption(button) == QLatin1String(idleText);
+                      }});
+}
+
+bool isServed(const Console &console)
+{
+    return anyMatch(console.watchLines(), "Recieve connect: .*");
+}
+
+bool isConnectedAnew(const Console &console)
+{
+    const QString connected = QStringLiteral("Device connected.");
+    return console.newInfoLines() == QStringList{connected, connected} && isServed(console);
+}
+
+/// The message log is cleared for the steps to see what comes anew.
+Step connectStep(const char *name)
+{
+    return {QString::fromLatin1(name),
+            [](Console &console) {
+                console.click("clearWatchTextBtnClickAct");
+                console.click("openBtnClickAct");
+            },
+            isConnectedAnew};
+}
+
+/// The caption of a preview that ended so stays until its next click.
+Step connectInPreviewStep(FrameCounter *frames)
+{
+    return {QStringLiteral("connect-in-preview"),
+            [frames](Console &console) {
+                frames->mark();
+                console.click("showMixBtnClickAct");
+                answers::waitFor([frames] { return frames->sinceMark() >= FramesBeforeRefresh; });
+                console.click("clearWatchTextBtnClickAct");
+                console.click("openBtnClickAct");
+                console.click("showMixBtnClickAct");
+            },
+            isConnectedAnew};
+}
+
+/// It sends its greeting once it is there again.
+Step cameBackStep()
+{
+    return {QStringLiteral("came-back"),
+            [](Console &console) { console.click("clearWatchTextBtnClickAct"); }, isServed};
+}
+
+void addListenerSteps(std::vector<Step> *steps)
+{
+    steps->push_back(
+        {QStringLiteral("listener-off"),
+         [](Console &console) { console.click("openWatchBtnClickAct"); },
+         [](const Console &console) {
+             return console.caption("openWatchBtnClickAct") == QLatin1String("Start Listening") &&
+                    console.watchLines().last() == QLatin1String("The connection is abandoned.");
+         }});
+    steps->push_back({QStringLiteral("listener-on"),
+                      [](Console &console) {
+                          console.click("clearWatchTextBtnClickAct");
+                          console.click("openWatchBtnClickAct");
+                      },
+                      isServed});
+}
+
+Step unusedDialogsStep()
+{
+    return {QStringLiteral("unused-dialogs"),
+            [](Console &console) {
+                for (const char *button :
+                     {"addUserBtnClickAct", "delUserBtnClickAct", "clearUserFeatBtnClickAct",
+                      "remoteEnrollBtnClickAct", "importFeatureBtnClickAct", "devCfgAct",
+                      "sysCfgBtnClickAct", "recordBtnClickAct", "qrcodeBtnClickAct",
+                      "rebootBtnClickAct"})
+                    console.click(button, {answers::cancel()});
+                console.click("manuCfgBtnClickAct",
+                              {answers::text(QStringLiteral("qrabel274")), answers::cancel()});
+                console.openUserConfig({answers::cancel()});
+            },
+            [](const Console &console) { return console.newInfoLines().isEmpty(); }};
+}
+
+/// Logs are the operator's, and none of what is to be measured.
+Step clearLogsStep()
+{
+    return {QStringLiteral("clear-logs"),
+            [](Console &console) {
+                console.click("clearInfoTextBtnClickAct");
+                console.click("clearWatchTextBtnClickAct");
+            },
+            [](const Console &console) {
+                return console.infoLines() == QStringList(QString()) &&
+                       console.watchLines() == QStringList(QString());
+            }};
+}
+
+} // namespace
+
+std::vector<Step> soakSteps(const TourPorts &ports, const QDir &folder, FrameCounter *frames)
+{
+    std::vector<Step> steps = tourSteps(ports, folder);
+    const Step disconnect = steps.back();
+    steps.pop_back();
+
+    steps.push_back(cameBackStep());
+    steps.push_back(connectStep("connect-after-reboot"));
+    for (const Preview &preview : Previews)
+        addPreviewSteps(&steps, preview, frames);
+    steps.push_back(connectStep("connect-while-connected"));
+    steps.push_back(connectInPreviewStep(frames));
+    addListenerSteps(&steps);
+    steps.push_back(unusedDialogsStep());
+    steps.push_back(clearLogsStep());
+
+    steps.push_back(disconnect);
+    return steps;
+}

@@ -1,0 +1,204 @@
+/// The bare minimum beside which the console is measured: a plain program without Qt that gets the
+/// same bytes from the same simulated terminal under the same rules. Each line of its output is a
+/// name and a number.
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Bytes = std::vector<uint8_t>;
+
+constexpr useconds_t PollPause = 1000;   // us
+constexpr useconds_t FramePause = 10000; // us
+constexpr size_t Width = 540;
+constexpr size_t Height = 720;
+constexpr size_t FrameSize = Width * Height;
+constexpr size_t ShownWidth = 360;
+constexpr size_t ShownHeight = 480;
+constexpr size_t RecordSize = 100;
+constexpr uint32_t PageRecords = 3000;
+constexpr size_t MostReply = 1 << 20;
+
+[[noreturn]] void fail(const char *what)
+{
+    std::perror(what);
+    std::exit(1);
+}
+
+double seconds(Clock::duration duration)
+{
+    return std::chrono::duration<double>(duration).count();
+}
+
+double processorSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto inSeconds = [](const timeval &t) {
+        return double(t.tv_sec) + double(t.tv_usec) / 1e6;
+    };
+    return inSeconds(usage.ru_utime) + inSeconds(usage.ru_stime);
+}
+
+int connectTo(uint16_t port)
+{
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (fd < 0 || connect(fd, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0)
+        fail("connect");
+    const int on = 1;
+    setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    return fd;
+}
+
+/// Sends a request and looks each millisecond whether the reply is there, as long as its head
+/// declares; returns its size.
+size_t exchange(int fd, const Bytes &request, Bytes *reply)
+{
+    if (send(fd, request.data(), request.size(), 0) != ssize_t(request.size()))
+        fail("send");
+    size_t received = 0;
+    for (;;) {
+        ssize_t count = 0;
+        while ((count =
+                    recv(fd, reply->data() + received, reply->size() - received, MSG_DONTWAIT)) > 0)
+            received += size_t(count);
+        if (count == 0)
+            fail("the terminal has left");
+        const Bytes &r = *reply;
+        if (received >= 5 && received >= 5U + (size_t(r[2]) << 16 | size_t(r[3]) << 8 | r[4]))
+            return received;
+        usleep(PollPause);
+    }
+}
+
+Bytes request(std::initializer_list<uint8_t> body)
+{
+    const uint8_t head[] = {0xEA, 0xC5, 0, 0, uint8_t(body.size())};
+    Bytes bytes(sizeof head + body.size());
+    std::copy(body.begin(), body.end(), std::copy(std::begin(head), std::end(head), bytes.begin()));
+    return bytes;
+}
+
+void roundTrips(int fd, int count)
+{
+    Bytes reply(MostReply);
+    std::vector<double> times;
+    for (int i = 0; i < count; ++i) {
+        const auto begin = Clock::now();
+        exchange(fd, request({0x05}), &reply);
+        times.push_back(seconds(Clock::now() - begin));
+    }
+    std::nth_element(times.begin(), times.begin() + count / 2, times.end());
+    std::printf("us %.2f\n", times[size_t(count) / 2] * 1e6);
+}
+
+/// The one nearest-neighbour scale into pixels of 32 bits.
+void scale(const uint8_t *frame, uint32_t *shown)
+{
+    for (size_t y = 0; y < ShownHeight; ++y) {
+        const uint8_t *row = frame + y * Height / ShownHeight * Width;
+        for (size_t x = 0; x < ShownWidth; ++x)
+            *shown++ = 0xFF000000U | row[x * Width / ShownWidth] * 0x010101U;
+    }
+}
+
+void frames(int fd, uint8_t code, double duration)
+{
+    const size_t count = code == 3 ? 2 : 1;
+    Bytes reply(MostReply);
+    Bytes copy(count * FrameSize);
+    std::vector<uint32_t> shown(ShownWidth * ShownHeight);
+    uint64_t sum = 0;
+    int fetched = 0;
+    const double processorBefore = processorSeconds();
+    const auto begin = Clock::now();
+    while (seconds(Clock::now() - begin) < duration) {
+        exchange(fd, request({code}), &reply);
+        std::memcpy(copy.data(), reply.data() + 5, copy.size());
+        for (size_t i = 0; i < count; ++i) {
+            scale(copy.data() + i * FrameSize, shown.data());
+            sum += shown[size_t(fetched) % shown.size()];
+        }
+        ++fetched;
+        usleep(FramePause);
+    }
+    const double taken = seconds(Clock::now() - begin);
+    std::printf("fps %.3f\nprocessor_us %.2f\nsum %llu\n", fetched / taken,
+                (processorSeconds() - processorBefore) / fetched * 1e6, (unsigned long long)sum);
+}
+
+std::string text(const uint8_t *record, size_t offset)
+{
+    const void *end = std::memchr(record + offset, 0, RecordSize - offset);
+    const size_t length =
+        end ? size_t(static_cast<const uint8_t *>(end) - record) - offset : RecordSize - offset;
+    return {reinterpret_cast<const char *>(record + offset), length};
+}
+
+void exportMonth(int fd, int year, int month, const char *path)
+{
+    Bytes reply(MostReply);
+    const auto begin = Clock::now();
+    FILE *file = std::fopen(path, "wb");
+    if (!file)
+        fail(path);
+    uint32_t count = PageRecords;
+    for (uint32_t first = 0; count == PageRecords; first += PageRecords) {
+        const auto octet = [first](int shift) { return uint8_t(first >> shift); };
+        exchange(fd,
+                 request({0x43, uint8_t(year >> 8), uint8_t(year), uint8_t(month), octet(24),
+                          octet(16), octet(8), octet(0)}),
+                 &reply);
+        count = uint32_t(reply[6]) << 8 | reply[7];
+        std::string lines;
+        for (uint32_t i = 0; i < count; ++i) {
+            const uint8_t *record = reply.data() + 8 + i * RecordSize;
+            lines += "Index" + std::to_string(first + i) + ": (" + text(record, 4) + ", " +
+                     text(record, 20) + ", " + (record[0] == 0 ? "Palm" : "Card") + ", " +
+                     text(record, 36) + ", " + text(record, 68) + ")\n";
+        }
+        std::fwrite(lines.data(), 1, lines.size(), file);
+    }
+    std::fflush(file);
+    fsync(fileno(file));
+    std::fclose(file);
+    std::printf("seconds %.5f\n", seconds(Clock::now() - begin));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const std::string what = argc > 1 ? argv[1] : "";
+    const auto number = [&](int index) { return index < argc ? std::atoi(argv[index]) : 0; };
+    const int fd = connectTo(uint16_t(number(2)));
+    if (what == "round-trips" && argc == 4)
+        roundTrips(fd, number(3));
+    else if (what == "frames" && argc == 5)
+        frames(fd, uint8_t(number(3)), std::atof(argv[4]));
+    else if (what == "export" && argc == 6)
+        exportMonth(fd, number(3), number(4), argv[5]);
+    else
+        return 2;
+    close(fd);
+    return 0;
+}

@@ -1,0 +1,147 @@
+/// What the console takes for what `bare` does with a plain socket; the window is shown and
+/// painted. Each line of the output is a name and a number.
+
+#include "app/appearance.h"
+#include "app/mainwindow.h"
+#include "bench/framecounter.h"
+#include "dialogs/accessrecorddlg.h"
+#include "link/cmdclient.h"
+#include "link/textlog.h"
+#include "tour/session.h"
+
+#include <QApplication>
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTextEdit>
+#include <QTextStream>
+#include <QtTest>
+
+#include <algorithm>
+#include <ctime>
+#include <vector>
+
+namespace {
+
+constexpr int Settle = 300; // ms
+
+double processorMicroseconds()
+{
+    return static_cast<double>(std::clock()) * 1e6 / CLOCKS_PER_SEC;
+}
+
+void tell(const char *name, double value)
+{
+    QTextStream(stdout) << name << ' ' << QString::number(value, 'f', 5) << '\n';
+}
+
+/// A client with a log that is painted too.
+struct Link
+{
+    explicit Link(quint16 port)
+    {
+        textlog::prepare(&log);
+        log.setFixedSize(320, 200);
+        log.show();
+        if (!client.connectToDevice("127.0.0.1", port))
+            qFatal("no terminal");
+        QTest::qWait(Settle);
+    }
+
+    QTextEdit log;
+    CmdClient client{&log, nullptr};
+};
+
+void roundTrips(quint16 port, int count)
+{
+    Link link(port);
+    std::vector<qint64> times;
+    QElapsedTimer timer;
+    for (int i = 0; i < count; ++i) {
+        uint8_t mode = 0;
+        timer.start();
+        link.client.getMode(&mode);
+        times.push_back(timer.nsecsElapsed());
+    }
+    std::nth_element(times.begin(), times.begin() + count / 2, times.end());
+    tell("us", static_cast<double>(times[static_cast<size_t>(count) / 2]) / 1000);
+}
+
+QPushButton *button(const MainWindow &window, const char *name)
+{
+    return window.findChild<QPushButton *>(QLatin1String(name));
+}
+
+void connectWindow(MainWindow *window, quint16 port)
+{
+    window->findChild<QLineEdit *>(QStringLiteral("hostEdit"))
+        ->setText(QStringLiteral("127.0.0.1"));
+    window->findChild<QSpinBox *>(QStringLiteral("portSpinBox"))->setValue(port);
+    window->findChild<QLineEdit *>(QStringLiteral("watchPortEdit"))->setText(QStringLiteral("0"));
+    window->show();
+    button(*window, "openBtnClickAct")->click();
+    QTest::qWait(Settle);
+}
+
+void frames(quint16 port, int code, double seconds)
+{
+    MainWindow window;
+    FrameCounter counter;
+    connectWindow(&window, port);
+    const char *const buttons[] = {"showRgbBtnClickAct", "showIrBtnClickAct", "showMixBtnClickAct"};
+    button(window, buttons[code - 1])->click();
+    QTest::qWait(Settle);
+    const int before = counter.total();
+    const double processorBefore = processorMicroseconds();
+    QEventLoop loop;
+    QElapsedTimer timer;
+    timer.start();
+    QTimer::singleShot(static_cast<int>(seconds * 1000), &loop, SLOT(quit()));
+    loop.exec();
+    const double taken = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+    // Of a joint preview two pictures make one frame.
+    const double shown = (counter.total() - before) / (code == 3 ? 2.0 : 1.0);
+    tell("fps", shown / taken);
+    tell("processor_us", (processorMicroseconds() - processorBefore) / shown);
+    button(window, buttons[code - 1])->click();
+}
+
+void exportMonth(quint16 port, int year, int month)
+{
+    Link link(port);
+    AccessRecordDlg dialog(&link.client, &link.log, nullptr);
+    dialog.findChild<QDateEdit *>(QStringLiteral("dateEdit"))->setDate(QDate(year, month, 1));
+    dialog.show();
+    QTest::qWait(Settle);
+    QElapsedTimer timer;
+    timer.start();
+    dialog.findChild<QPushButton *>(QStringLiteral("exportRecordBtnClickAct"))->click();
+    tell("seconds", static_cast<double>(timer.nsecsElapsed()) / 1e9);
+    const QString path = link.log.toPlainText().section(QStringLiteral(" saved to "), 1).trimmed();
+    tell("bytes", static_cast<double>(QFile(path).size()));
+    QFile::remove(path);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    stayOffScreen();
+    qputenv("QT_LOGGING_RULES", "default.debug=false");
+    QApplication application(argc, argv);
+    prepareAppearance();
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString what = arguments.value(1);
+    const auto port = static_cast<quint16>(arguments.value(2).toUInt());
+    if (what == QLatin1String("round-trips"))
+        roundTrips(port, arguments.value(3).toInt());
+    else if (what == QLatin1String("frames"))
+        frames(port, arguments.value(3).toInt(), arguments.value(4).toDouble());
+    else if (what == QLatin1String("export"))
+        exportMonth(port, arguments.value(3).toInt(), arguments.value(4).toInt());
+    else
+        return 2;
+    return 0;
+}
