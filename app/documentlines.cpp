@@ -68,11 +68,11 @@ std::optional<QStringList> userLines(const char *text, size_t length)
         return std::nullopt;
 
     QStringList lines(MainWindow::tr("User count：%1").arg(users->size()));
+    const QString line = MainWindow::tr("UID:%1, username: %2, feature count:%3");
     for (const Json::Value &user : *users) {
         const qint64 features = qint64{json::number(user, "vein_cnt").value_or(0)} +
                                 json::number(user, "print_cnt").value_or(0);
-        lines.append(MainWindow::tr("UID:%1, username: %2, feature count:%3")
-                         .arg(json::text(user, "id").value_or(QString()),
+        lines.append(line.arg(json::text(user, "id").value_or(QString()),
                               json::text(user, "user_name").value_or(QString()),
                               QString::number(features)));
     }

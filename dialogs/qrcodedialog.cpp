@@ -103,11 +103,12 @@ bool QRCodeDialog::listCodes(const Json::Value &root)
         return false;
 
     QStringList lines(tr("QR code record count：%1").arg(codes->size()));
+    const QString line = tr("[%1][%2 %3]: %4");
     for (const Json::Value &code : *codes) {
         const auto text = [&code](const char *key) {
             return json::text(code, key).value_or(QString());
         };
-        lines.append(tr("[%1][%2 %3]: %4").arg(text("name"), text("st"), text("et"), text("QR")));
+        lines.append(line.arg(text("name"), text("st"), text("et"), text("QR")));
     }
     textlog::append(infoText, lines);
     return true;

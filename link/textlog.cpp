@@ -5,6 +5,8 @@
 #include <QTextCursor>
 #include <QTextEdit>
 
+#include <algorithm>
+
 namespace {
 
 // Removing from the front moves all that stays, so it is done rarely.
@@ -13,6 +15,17 @@ constexpr int DroppedCharacters = 500'000;
 
 constexpr QLatin1Char LineEnd('\n');
 constexpr QChar Ellipsis(0x2026);
+
+/// All that the document takes for the end of a line. A line separator would leave the lines in one
+/// block, whose layout takes minutes when there are thousands.
+constexpr ushort LineEnds[] = {'\n',   '\r',  QChar::LineSeparator, QChar::ParagraphSeparator,
+                               0xFDD0, 0xFDD1};
+
+bool endsLine(QChar character)
+{
+    return std::find(std::begin(LineEnds), std::end(LineEnds), character.unicode()) !=
+           std::end(LineEnds);
+}
 
 /// In an edit of its own: merged with what was appended at the end, it would count as a change of
 /// the whole document, which is then laid out anew.
@@ -29,20 +42,20 @@ void dropOldLines(QTextDocument *document)
     cursor.removeSelectedText();
 }
 
-/// All that the document takes for the end of a line made the same. A line separator would leave
-/// the lines in one block, whose layout takes minutes when there are thousands.
+/// Every end of a line made the same.
 QString plainLineEnds(QString text)
 {
-    constexpr ushort Ends[] = {'\r', QChar::LineSeparator, QChar::ParagraphSeparator, 0xFDD0,
-                               0xFDD1};
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (const ushort end : Ends)
+    for (const ushort end : LineEnds)
         text.replace(QChar(end), LineEnd);
     return text;
 }
 
 QString bounded(const QString &entry)
 {
+    if (entry.size() <= textlog::MaxLineLength &&
+        std::none_of(entry.begin(), entry.end(), endsLine))
+        return entry;
     QStringList lines = plainLineEnds(entry.left(textlog::MaxEntryLength)).split(LineEnd);
     const bool whole =
         entry.size() <= textlog::MaxEntryLength && lines.size() <= textlog::MaxEntryLines;
@@ -61,6 +74,11 @@ QString bounded(const QString &entry)
 void textlog::prepare(QTextEdit *log)
 {
     log->setUndoRedoEnabled(false);
+    QFont font = log->font(); // a third of a long list's layout went into kerning
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    log->setFont(font);
+    // One that came with a long list would have all of it laid out again, later, at another width.
+    log->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     log->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
 

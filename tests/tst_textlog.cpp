@@ -1,6 +1,7 @@
 #include "link/textlog.h"
 
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextEdit>
 #include <QtTest>
 
@@ -17,6 +18,7 @@ private slots:
     void keepsTheNewestLines();
     void keepsTheNewestCharacters();
     void followsTheEndOnlyFromTheEnd();
+    void showsTheEndOfALongList();
 };
 
 namespace {
@@ -137,6 +139,18 @@ void TestTextLog::followsTheEndOnlyFromTheEnd()
     bar->setValue(bar->maximum());
     textlog::append(&log, numbered(0, 10));
     QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestTextLog::showsTheEndOfALongList()
+{
+    QTextEdit log;
+    textlog::prepare(&log);
+    log.resize(320, 200);
+    log.show();
+    textlog::append(&log, numbered(100000000, 20000));
+    QVERIFY(log.document()->pageCount() > 0); // ends what is left of the layout
+    QCOMPARE(log.cursorForPosition(log.viewport()->rect().bottomLeft()).block().text(),
+             QString("100019999"));
 }
 
 QTEST_MAIN(TestTextLog)
