@@ -3,9 +3,11 @@
 #include "link/busycursor.h"
 #include "link/textlog.h"
 
+#include <QBasicTimer>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QNetworkProxy>
 #include <QScopedValueRollback>
 #include <QTcpSocket>
@@ -54,7 +56,9 @@ bool CmdClient::connectToDevice(const char *host, quint16 port)
     }
     // A socket that is still busy with its last connection would refuse a new one.
     socket->abort();
-    socket->connectToHost(QString::fromLatin1(host), port, QIODevice::ReadWrite,
+    // Unbuffered: a reply is copied once on its way, and a request leaves at once.
+    socket->connectToHost(QString::fromLatin1(host), port,
+                          QIODevice::ReadWrite | QIODevice::Unbuffered,
                           QAbstractSocket::AnyIPProtocol);
     isConnected = socket->waitForConnected(ConnectTimeout);
     if (isConnected)
@@ -90,10 +94,8 @@ int CmdClient::sendPacket(uint32_t totalLength)
 
     const qint64 written =
         socket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
-    if (static_cast<uint32_t>(written) == totalLength) {
-        socket->flush(); // a round earlier than the event loop would
+    if (static_cast<uint32_t>(written) == totalLength)
         return 1;
-    }
     log(tr("Fail to send the data packet：%1").arg(written));
     return 0;
 }
@@ -124,6 +126,11 @@ void CmdClient::awaitSilence(int milliseconds)
 bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
 {
     const QScopedValueRollback<bool> inside(waiting, true);
+    // As long as it runs, a sleep of a millisecond lasts no whole tick of a Windows system.
+    QBasicTimer precise;
+    precise.start(1, Qt::PreciseTimer, this);
+    QElapsedTimer clock;
+    clock.start();
     BusyCursor cursor;
     recvBuffer.resize(0); // keeps its memory
     for (int round = 0; round < rounds; ++round) {
@@ -133,7 +140,9 @@ bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
             return true;
         }
         cursor.showIfLong();
-        QThread::usleep(RoundPause);
+        // Sleeps that last longer than they should add half of the time at most.
+        if (clock.elapsed() - round <= rounds / 2)
+            QThread::usleep(RoundPause);
     }
     qDebug().nospace() << "fail data num: " << recvBuffer.size();
     return false;
@@ -246,7 +255,8 @@ void CmdClient::readyRead()
     if (!waiting)
         recvBuffer.resize(0);
     const int before = recvBuffer.size();
-    recvBuffer.resize(before + static_cast<int>(socket->bytesAvailable()));
+    // Where nothing is, an attempt to read tells the socket that the terminal has left.
+    recvBuffer.resize(before + qMax(1, static_cast<int>(socket->bytesAvailable())));
     const qint64 count = socket->read(recvBuffer.data() + before, recvBuffer.size() - before);
     recvBuffer.resize(before + static_cast<int>(qMax<qint64>(count, 0)));
 }
