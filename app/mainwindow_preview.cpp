@@ -18,10 +18,6 @@ constexpr QSize ControlButtonSize(150, 36);
 constexpr int ControlGroupWidth = 480;
 constexpr int ControlColumns = 3;
 
-// Two thirds of a frame. The readout takes the frame's pixel at 3x/2, 3y/2; of the one and a half
-// pixels behind an odd coordinate the scaled picture shows the next one.
-constexpr QSize PictureSize(360, 480);
-
 constexpr int FrameInterval = 10;       // ms
 constexpr int PalmHeightInterval = 100; // ms
 
@@ -72,12 +68,12 @@ QGroupBox *MainWindow::createVideoPanel()
 
 ImgLabel *MainWindow::createImgLabel(const char *name, QPixmap *pixmap)
 {
-    auto *label = controls::sized(new ImgLabel, PictureSize);
+    auto *label = controls::sized(new ImgLabel, ShownFrameSize);
     label->setObjectName(QLatin1String(name));
     label->setScaledContents(true);
     label->setMargin(0);
     pixmap->fill(Qt::lightGray);
-    label->setPixmap(*pixmap);
+    label->setPixmap(pixmap->copy({{}, ShownFrameSize})); // all one grey, and nothing to scale
     return label;
 }
 
@@ -248,10 +244,9 @@ void MainWindow::showFrame(const std::vector<uint8_t> &frame, QImage *lastImage,
 {
     if (lastImage->isNull())
         *lastImage = QImage(wire::FrameWidth, wire::FrameHeight, QImage::Format_Grayscale8);
-    const uint8_t *row = frame.data();
-    for (int y = 0; y < wire::FrameHeight; ++y, row += wire::FrameWidth)
-        std::copy_n(row, wire::FrameWidth, lastImage->scanLine(y));
-    *pixmap = QPixmap::fromImage(shownFrame(frame.data(), label->size()));
+    static_assert(wire::FrameWidth % 4 == 0, "rows without padding");
+    std::copy(frame.begin(), frame.end(), lastImage->bits());
+    *pixmap = QPixmap::fromImage(shownFrame(frame.data()));
     label->setPixmap(*pixmap);
 }
 
@@ -268,6 +263,7 @@ void MainWindow::irImgLabelMouseMoved(QPoint position)
 void MainWindow::showPixel(QPoint position, const QImage &lastImage,
                            const std::vector<uint8_t> &frame)
 {
+    // Of the one and a half pixels behind an odd coordinate the scaled picture shows the next one.
     const int column = 3 * position.x() / 2;
     const int row = 3 * position.y() / 2;
     const QRect frameRect(0, 0, wire::FrameWidth, wire::FrameHeight);

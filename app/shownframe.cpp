@@ -1,36 +1,28 @@
 #include "app/shownframe.h"
 
-#include "link/wire.h"
-
-#include <vector>
+static_assert(ShownFrameSize.width() * 3 == wire::FrameWidth * 2, "pairs of columns");
+static_assert(ShownFrameSize.width() % 2 == 0, "pairs of columns");
 
 namespace {
 
-/// For each of so many pixels the one of the frame at its middle.
-std::vector<size_t> nearest(int shownPixels, size_t capturedPixels)
+QRgb grey(uint8_t value)
 {
-    const auto shown = static_cast<size_t>(shownPixels);
-    std::vector<size_t> indexes(shown);
-    for (size_t i = 0; i < shown; ++i)
-        indexes[i] = (2 * i + 1) * capturedPixels / (2 * shown);
-    return indexes;
+    return qRgb(value, value, value);
 }
 
 } // namespace
 
-QImage shownFrame(const uint8_t *frame, QSize size)
+QImage shownFrame(const uint8_t *frame)
 {
-    const QSize fitting =
-        QSize(wire::FrameWidth, wire::FrameHeight).scaled(size, Qt::KeepAspectRatio);
-    const std::vector<size_t> columns = nearest(fitting.width(), wire::FrameWidth);
-    const std::vector<size_t> rows = nearest(fitting.height(), wire::FrameHeight);
-    QImage image(fitting, QImage::Format_RGB32);
-    int line = 0;
-    for (const size_t row : rows) {
-        const uint8_t *greys = frame + row * wire::FrameWidth;
-        auto *pixel = reinterpret_cast<QRgb *>(image.scanLine(line++));
-        for (const size_t column : columns)
-            *pixel++ = qRgb(greys[column], greys[column], greys[column]);
+    QImage image(ShownFrameSize, QImage::Format_RGB32);
+    auto *pixel = reinterpret_cast<QRgb *>(image.bits());
+    for (int row = 0; row < image.height(); ++row) {
+        const uint8_t *captured = frame + ptrdiff_t{(3 * row + 1) / 2} * wire::FrameWidth;
+        // Of three columns the first and the last: the nearest to the middles of two.
+        for (const QRgb *end = pixel + image.width(); pixel != end; pixel += 2, captured += 3) {
+            pixel[0] = grey(captured[0]);
+            pixel[1] = grey(captured[2]);
+        }
     }
     return image;
 }

@@ -191,10 +191,8 @@ void TestPreview::scalesFramesLikeQt()
     const QByteArray bytes = frame(1);
     const auto *data = reinterpret_cast<const uint8_t *>(bytes.constData());
     const QImage captured(data, 540, 720, 540, QImage::Format_Grayscale8);
-    for (const QSize size : {QSize(360, 480), QSize(540, 720), QSize(360, 600), QSize(700, 480)}) {
-        const QImage scaled = captured.scaled(size, Qt::KeepAspectRatio, Qt::FastTransformation);
-        QCOMPARE(shownFrame(data, size), scaled.convertToFormat(QImage::Format_RGB32));
-    }
+    const QImage scaled = captured.scaled(360, 480, Qt::KeepAspectRatio, Qt::FastTransformation);
+    QCOMPARE(shownFrame(data), scaled.convertToFormat(QImage::Format_RGB32));
 }
 
 void TestPreview::logsThePalmHeight()
