@@ -12,8 +12,7 @@
 #include <QElapsedTimer>
 #include <QGridLayout>
 #include <QSaveFile>
-
-#include <algorithm>
+#include <QStringBuilder>
 
 namespace {
 
@@ -39,9 +38,9 @@ constexpr size_t TextOffsets[] = {4, 20, 36, 68};
 /// A text that fills its field runs on into the next one, but never past the record.
 QString recordText(const uint8_t *record, size_t offset)
 {
-    const uint8_t *begin = record + offset;
-    const uint8_t *end = std::find(begin, record + wire::RecordSize, 0);
-    return QString::fromUtf8(reinterpret_cast<const char *>(begin), static_cast<int>(end - begin));
+    const char *text = reinterpret_cast<const char *>(record) + offset;
+    const uint length = qstrnlen(text, static_cast<uint>(wire::RecordSize - offset));
+    return QString::fromUtf8(text, static_cast<int>(length));
 }
 
 } // namespace
@@ -127,16 +126,19 @@ bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, R
 
 QStringList AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
 {
-    const QString form = tr("Index%1: (%2, %3, %4, %5, %6)");
+    const QString index = tr("Index");
     const QString types[] = {tr("Palm"), tr("Card"), QString()}; // for 0, 1, any other
+    const QLatin1String comma(", ");
     QStringList lines;
+    lines.reserve(static_cast<int>(page.count - from));
     for (uint32_t i = from; i < page.count; ++i) {
         const uint8_t *record = page.bytes.data() + i * wire::RecordSize;
         QString texts[4];
         for (int k = 0; k < 4; ++k)
             texts[k] = recordText(record, TextOffsets[k]);
-        lines.append(form.arg(QString::number(firstIndex + i), texts[0], texts[1],
-                              types[qMin<int>(record[0], 2)], texts[2], texts[3]));
+        lines.append(index % QString::number(firstIndex + i) % QLatin1String(": (") % texts[0] %
+                     comma % texts[1] % comma % types[qMin<int>(record[0], 2)] % comma % texts[2] %
+                     comma % texts[3] % QLatin1Char(')'));
     }
     return lines;
 }
@@ -195,9 +197,9 @@ bool AccessRecordDlg::exportPages(const QDate &month, QSaveFile *file, uint32_t 
     for (uint32_t firstIndex = 0;; firstIndex += wire::RecordsPerPage) {
         if (!fetchPageAtLast(month, firstIndex, &page))
             return false;
-        QByteArray text;
-        for (const QString &line : recordLines(page, 0, firstIndex))
-            text += line.toUtf8() + '\n';
+        QStringList lines = recordLines(page, 0, firstIndex);
+        lines.append(QString()); // each line has an end
+        const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8();
         if (file->write(text) != text.size())
             return false;
         if (page.count < wire::RecordsPerPage)

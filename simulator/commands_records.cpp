@@ -3,6 +3,8 @@
 #include "simulator/device.h"
 #include "simulator/json.h"
 
+#include <cstdio>
+
 namespace sim {
 namespace {
 
@@ -13,15 +15,22 @@ constexpr int ShortField = 16;
 constexpr int LongField = 32;
 static_assert(TypeField + 2 * ShortField + 2 * LongField == int{wire::RecordSize});
 
-QByteArray recordBytes(const AccessRecord &record)
+/// A page of them is asked for at a time, so that each must be quick.
+void appendRecord(QByteArray &bytes, const AccessRecord &record)
 {
-    QByteArray bytes(TypeField, '\0');
-    bytes[0] = static_cast<char>(record.type);
-    bytes += textField(record.time.toString(QStringLiteral("yyyy-MM-dd")), ShortField);
-    bytes += textField(record.time.toString(QStringLiteral("hh:mm:ss")), ShortField);
+    const QDate date = record.time.date();
+    const QTime time = record.time.time();
+    char day[ShortField] = {};
+    std::snprintf(day, sizeof day, "%04d-%02d-%02d", date.year(), date.month(), date.day());
+    char hour[ShortField] = {};
+    std::snprintf(hour, sizeof hour, "%02d:%02d:%02d", time.hour(), time.minute(), time.second());
+
+    bytes += static_cast<char>(record.type);
+    bytes.append(TypeField - 1, '\0');
+    bytes.append(day, ShortField);
+    bytes.append(hour, ShortField);
     bytes += textField(record.userName, LongField);
     bytes += textField(record.department, LongField);
-    return bytes;
 }
 
 QString fileName(const Month &month)
@@ -82,8 +91,9 @@ QByteArray getMonthRecords(Device &device, const Request &request)
     const int first = static_cast<int>(qMin(start, static_cast<quint32>(count)));
     const int end = qMin(count, first + RecordsPerPage);
     QByteArray payload = bytesOf16(static_cast<quint16>(end - first));
+    payload.reserve(payload.size() + (end - first) * int{wire::RecordSize});
     for (int i = first; i < end; ++i)
-        payload += recordBytes(recordAt(device.state.records, month, i));
+        appendRecord(payload, recordAt(device.state.records, month, i));
     return dataReply(payload);
 }
 

@@ -78,10 +78,11 @@ QByteArray bytesOf16(quint16 value)
 
 QByteArray textField(const QString &text, int width)
 {
-    QString fitting = text;
-    while (fitting.toUtf8().size() >= width)
+    QByteArray bytes = text.toUtf8();
+    for (QString fitting = text; bytes.size() >= width; bytes = fitting.toUtf8())
         fitting.chop(fitting.at(fitting.size() - 1).isLowSurrogate() ? 2 : 1);
-    return fitting.toUtf8().leftJustified(width, '\0');
+    bytes.append(width - bytes.size(), '\0');
+    return bytes;
 }
 
 QByteArray unfilledReply(size_t bodySize)
