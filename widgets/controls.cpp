@@ -21,15 +21,20 @@ int widestText(const QFont &font, const QStringList &texts)
     return widest;
 }
 
+/// Each stretch is a font to be loaded, so the search begins near its end.
 void fitTexts(QWidget *widget, const QStringList &texts, int width)
 {
     QFont font = widget->font();
-    for (int stretch = 100; stretch >= NarrowestLetters; stretch -= 2) {
-        font.setStretch(stretch);
-        if (widestText(font, texts) <= width)
-            break;
+    font.setStretch(QFont::AnyStretch);
+    const int wanted = widestText(font, texts);
+    if (wanted > width) {
+        int stretch = qMax(NarrowestLetters, QFont::Unstretched * width / wanted);
+        do
+            font.setStretch(stretch);
+        while (widestText(font, texts) > width && --stretch >= NarrowestLetters);
     }
-    widget->setFont(font);
+    if (font != widget->font())
+        widget->setFont(font);
 }
 
 /// For a label of several words that would be hard to read if narrowed.
