@@ -26,8 +26,7 @@ using Bytes = std::vector<uint8_t>;
 constexpr useconds_t PollPause = 1000;   // us
 constexpr useconds_t FramePause = 10000; // us
 constexpr size_t Width = 540;
-constexpr size_t Height = 720;
-constexpr size_t FrameSize = Width * Height;
+constexpr size_t FrameSize = Width * 720;
 constexpr size_t ShownWidth = 360;
 constexpr size_t ShownHeight = 480;
 constexpr size_t RecordSize = 100;
@@ -69,6 +68,11 @@ int connectTo(uint16_t port)
     return fd;
 }
 
+size_t declaredTotal(const Bytes &reply)
+{
+    return 5U + (size_t(reply[2]) << 16 | size_t(reply[3]) << 8 | reply[4]);
+}
+
 /// Sends a request and looks each millisecond whether the reply is there, as long as its head
 /// declares; returns its size.
 size_t exchange(int fd, const Bytes &request, Bytes *reply)
@@ -83,8 +87,7 @@ size_t exchange(int fd, const Bytes &request, Bytes *reply)
             received += size_t(count);
         if (count == 0)
             fail("the terminal has left");
-        const Bytes &r = *reply;
-        if (received >= 5 && received >= 5U + (size_t(r[2]) << 16 | size_t(r[3]) << 8 | r[4]))
+        if (received >= 5 && received >= declaredTotal(*reply))
             return received;
         usleep(PollPause);
     }
@@ -96,6 +99,29 @@ Bytes request(std::initializer_list<uint8_t> body)
     Bytes bytes(sizeof head + body.size());
     std::copy(body.begin(), body.end(), std::copy(std::begin(head), std::end(head), bytes.begin()));
     return bytes;
+}
+
+/// The terminal's own pace: each request leaves as soon as the last reply is there.
+void exchangeWithoutPause(int fd, const Bytes &request, Bytes *reply)
+{
+    const auto receive = [&](size_t from, size_t to) {
+        if (recv(fd, reply->data() + from, to - from, MSG_WAITALL) != ssize_t(to - from))
+            fail("the terminal has left");
+    };
+    if (send(fd, request.data(), request.size(), 0) != ssize_t(request.size()))
+        fail("send");
+    receive(0, 5);
+    receive(5, declaredTotal(*reply));
+}
+
+void ceiling(int fd, const Bytes &request, double perReply, double duration)
+{
+    Bytes reply(MostReply);
+    int count = 0;
+    const auto begin = Clock::now();
+    for (; seconds(Clock::now() - begin) < duration; ++count)
+        exchangeWithoutPause(fd, request, &reply);
+    std::printf("rate %.3f\n", count * perReply / seconds(Clock::now() - begin));
 }
 
 void roundTrips(int fd, int count)
@@ -111,13 +137,16 @@ void roundTrips(int fd, int count)
     std::printf("us %.2f\n", times[size_t(count) / 2] * 1e6);
 }
 
-/// The one nearest-neighbour scale into pixels of 32 bits.
+/// The one nearest-neighbour scale into pixels of 32 bits, by two thirds.
 void scale(const uint8_t *frame, uint32_t *shown)
 {
+    const auto grey = [](uint8_t value) { return 0xFF000000U | value * 0x010101U; };
     for (size_t y = 0; y < ShownHeight; ++y) {
-        const uint8_t *row = frame + y * Height / ShownHeight * Width;
-        for (size_t x = 0; x < ShownWidth; ++x)
-            *shown++ = 0xFF000000U | row[x * Width / ShownWidth] * 0x010101U;
+        const uint8_t *row = frame + (3 * y + 1) / 2 * Width;
+        for (const uint32_t *end = shown + ShownWidth; shown != end; shown += 2, row += 3) {
+            shown[0] = grey(row[0]);
+            shown[1] = grey(row[2]);
+        }
     }
 }
 
@@ -142,7 +171,7 @@ void frames(int fd, uint8_t code, double duration)
         usleep(FramePause);
     }
     const double taken = seconds(Clock::now() - begin);
-    std::printf("fps %.3f\nprocessor_us %.2f\nsum %llu\n", fetched / taken,
+    std::printf("frames %d\nfps %.3f\nprocessor_us %.2f\nsum %llu\n", fetched, fetched / taken,
                 (processorSeconds() - processorBefore) / fetched * 1e6, (unsigned long long)sum);
 }
 
@@ -154,6 +183,13 @@ std::string text(const uint8_t *record, size_t offset)
     return {reinterpret_cast<const char *>(record + offset), length};
 }
 
+Bytes pageRequest(int year, int month, uint32_t first)
+{
+    const auto octet = [first](int shift) { return uint8_t(first >> shift); };
+    return request({0x43, uint8_t(year >> 8), uint8_t(year), uint8_t(month), octet(24), octet(16),
+                    octet(8), octet(0)});
+}
+
 void exportMonth(int fd, int year, int month, const char *path)
 {
     Bytes reply(MostReply);
@@ -163,11 +199,7 @@ void exportMonth(int fd, int year, int month, const char *path)
         fail(path);
     uint32_t count = PageRecords;
     for (uint32_t first = 0; count == PageRecords; first += PageRecords) {
-        const auto octet = [first](int shift) { return uint8_t(first >> shift); };
-        exchange(fd,
-                 request({0x43, uint8_t(year >> 8), uint8_t(year), uint8_t(month), octet(24),
-                          octet(16), octet(8), octet(0)}),
-                 &reply);
+        exchange(fd, pageRequest(year, month, first), &reply);
         count = uint32_t(reply[6]) << 8 | reply[7];
         std::string lines;
         for (uint32_t i = 0; i < count; ++i) {
@@ -197,6 +229,10 @@ int main(int argc, char *argv[])
         frames(fd, uint8_t(number(3)), std::atof(argv[4]));
     else if (what == "export" && argc == 6)
         exportMonth(fd, number(3), number(4), argv[5]);
+    else if (what == "frame-ceiling" && argc == 5)
+        ceiling(fd, request({uint8_t(number(3))}), 1, std::atof(argv[4]));
+    else if (what == "record-ceiling" && argc == 6)
+        ceiling(fd, pageRequest(number(3), number(4), 0), PageRecords, std::atof(argv[5]));
     else
         return 2;
     close(fd);

@@ -1,5 +1,5 @@
-/// Starts like the console, or with --bare like the least program with a window, and ends once the
-/// window is painted for the first time.
+/// Starts like the console, or with --bare like the least program with a window, says so once the
+/// window is painted for the first time, and ends.
 
 #include "app/appearance.h"
 #include "app/mainwindow.h"
@@ -8,17 +8,25 @@
 #include <QApplication>
 #include <QLabel>
 
+#include <cstdio>
 #include <memory>
 
 namespace {
+
+void tellAndQuit()
+{
+    std::puts("painted");
+    std::fflush(stdout);
+    QCoreApplication::quit();
+}
 
 class FirstPaint : public QObject
 {
 public:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint)
-            QMetaObject::invokeMethod(qApp, "quit", Qt::QueuedConnection);
+        if (event->type() == QEvent::Paint) // its children follow within the same event
+            QMetaObject::invokeMethod(qApp, tellAndQuit, Qt::QueuedConnection);
         return QObject::eventFilter(watched, event);
     }
 };

@@ -4,6 +4,7 @@
 #include "app/appearance.h"
 #include "app/mainwindow.h"
 #include "bench/framecounter.h"
+#include "bench/measure.h"
 #include "dialogs/accessrecorddlg.h"
 #include "link/cmdclient.h"
 #include "link/textlog.h"
@@ -103,9 +104,29 @@ void frames(quint16 port, int code, double seconds)
     const double taken = static_cast<double>(timer.nsecsElapsed()) / 1e9;
     // Of a joint preview two pictures make one frame.
     const double shown = (counter.total() - before) / (code == 3 ? 2.0 : 1.0);
+    tell("frames", shown);
     tell("fps", shown / taken);
     tell("processor_us", (processorMicroseconds() - processorBefore) / shown);
     button(window, buttons[code - 1])->click();
+}
+
+/// One frame after another, without the pause between two.
+void memory(quint16 port, int minutes, int framesAMinute)
+{
+    MainWindow window;
+    FrameCounter counter;
+    connectWindow(&window, port);
+    button(window, "showRgbBtnClickAct")->click();
+    const auto showUntil = [&](int frames) {
+        while (counter.total() < frames) {
+            QMetaObject::invokeMethod(&window, "update_task");
+            QCoreApplication::processEvents();
+        }
+        return static_cast<double>(residentKiB());
+    };
+    tell("first_minute", showUntil(framesAMinute));
+    tell("last_minute", showUntil(minutes * framesAMinute));
+    tell("frames", counter.total());
 }
 
 void exportMonth(quint16 port, int year, int month)
@@ -139,6 +160,8 @@ int main(int argc, char *argv[])
         roundTrips(port, arguments.value(3).toInt());
     else if (what == QLatin1String("frames"))
         frames(port, arguments.value(3).toInt(), arguments.value(4).toDouble());
+    else if (what == QLatin1String("memory"))
+        memory(port, arguments.value(3).toInt(), arguments.value(4).toInt());
     else if (what == QLatin1String("export"))
         exportMonth(port, arguments.value(3).toInt(), arguments.value(4).toInt());
     else
