@@ -15,11 +15,11 @@
 
 namespace {
 
-constexpr int ConnectTimeout = 5000;       // ms
-constexpr int DisconnectTimeout = 3000;    // ms
-constexpr unsigned long RoundPause = 1000; // us
-constexpr int LongestTail = 60000;         // ms
-constexpr int LongestReply = 800005;       // bytes
+constexpr int ConnectTimeout = 5000;    // ms
+constexpr int DisconnectTimeout = 3000; // ms
+constexpr unsigned long RoundPause = 1; // ms
+constexpr int LastRounds = 10;
+constexpr int LongestTail = 60000; // ms
 
 } // namespace
 
@@ -29,7 +29,7 @@ CmdClient::CmdClient(QTextEdit *log, QObject *parent)
       infoText(log),
       sendBuffer(std::make_unique<uint8_t[]>(wire::SendCapacity))
 {
-    recvBuffer.reserve(LongestReply);
+    recvBuffer.reserve(wire::MaxUserListReply);
     // The terminal is on the local network, whatever proxy the system uses for others.
     socket->setProxy(QNetworkProxy::NoProxy);
     connect(socket, SIGNAL(connected()), this, SLOT(connected()));
@@ -96,6 +96,7 @@ int CmdClient::sendPacket(uint32_t totalLength)
         socket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
     if (static_cast<uint32_t>(written) == totalLength)
         return 1;
+    socket->abort(); // by itself it would count as connected for ever
     log(tr("Fail to send the data packet：%1").arg(written));
     return 0;
 }
@@ -126,7 +127,7 @@ void CmdClient::awaitSilence(int milliseconds)
 bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
 {
     const QScopedValueRollback<bool> inside(waiting, true);
-    // As long as it runs, a sleep of a millisecond lasts no whole tick of a Windows system.
+    // As long as it runs, the ticks of a Windows system, and so its sleeps, last a millisecond.
     QBasicTimer precise;
     precise.start(1, Qt::PreciseTimer, this);
     QElapsedTimer clock;
@@ -140,9 +141,10 @@ bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
             return true;
         }
         cursor.showIfLong();
-        // Sleeps that last longer than they should add half of the time at most.
-        if (clock.elapsed() - round <= rounds / 2)
-            QThread::usleep(RoundPause);
+        // Sleeps that last too long add half of the time at most. After a long interruption the
+        // reply still has a few rounds.
+        if (clock.elapsed() - round <= rounds / 2 || round >= rounds - LastRounds)
+            QThread::msleep(RoundPause); // usleep(1000) takes two ticks on Windows
     }
     qDebug().nospace() << "fail data num: " << recvBuffer.size();
     return false;

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr size_t MaxUserListReply = 800000;
-
 constexpr size_t ImagePairSize = 2 * wire::FrameSize;
 constexpr size_t UserIdSize = 4;
 
@@ -90,7 +88,7 @@ bool CmdClient::clearUsers()
 
 bool CmdClient::getUserList(uint8_t *out, uint32_t *outLen, size_t outCapacity)
 {
-    if (!exchange(request(wire::Command::GetUserList), {Wait::Reply, MaxUserListReply}) ||
+    if (!exchange(request(wire::Command::GetUserList), {Wait::Reply, wire::MaxUserListReply}) ||
         !acceptedData(UnknownErrorNumber, 1, out, outLen, outCapacity))
         return false;
     log(tr("The loaded data count：%1").arg(reply().declaredLength()));

@@ -66,6 +66,8 @@ constexpr size_t AckSize = 6;
 
 /// Longest request that the console can send, head included.
 constexpr size_t SendCapacity = 65536;
+/// The most that is waited for of a user list, the longest of all replies.
+constexpr size_t MaxUserListReply = 800000;
 
 // Camera frames: 8-bit grey, rows top to bottom without padding.
 constexpr int FrameWidth = 540;

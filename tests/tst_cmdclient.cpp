@@ -4,6 +4,9 @@
 #include <QTcpSocket>
 #include <QtTest>
 
+#include <algorithm>
+#include <vector>
+
 using Pieces = QList<QByteArray>;
 
 namespace {
@@ -43,6 +46,37 @@ private:
     QElapsedTimer clock;
 };
 
+/// Interrupts a wait in its first round for so many milliseconds and measures the others.
+class Interruption : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Interruption(unsigned long milliseconds)
+        : length(milliseconds)
+    {
+        connect(&timer, SIGNAL(timeout()), this, SLOT(passRound()));
+        timer.start();
+    }
+
+    std::vector<qint64> rounds; ///< ns
+
+private slots:
+    void passRound()
+    {
+        if (clock.isValid())
+            rounds.push_back(clock.nsecsElapsed());
+        else
+            QThread::msleep(length);
+        clock.start();
+    }
+
+private:
+    unsigned long length;
+    QTimer timer;
+    QElapsedTimer clock;
+};
+
 QTcpSocket *socketOf(const Link &link)
 {
     return link.client.findChild<QTcpSocket *>();
@@ -57,9 +91,11 @@ class TestCmdClient : public QObject
 private slots:
     void connectsAndDisconnects();
     void reconnectsWhenThePeerHasLeft();
+    void noticesThatSendingFails();
     void failsToConnect();
     void waits_data();
     void waits();
+    void makesUpForLateRounds();
     void discardsLateData();
     void showsThatItWaits();
     void sendsNoPacketOfAnotherSize();
@@ -99,6 +135,19 @@ void TestCmdClient::reconnectsWhenThePeerHasLeft()
     QVERIFY(link.client.getTofDistance(&distance));
     QCOMPARE(link.log.toPlainText(),
              QString("Fail to send the data packet：-1\nDevice connected."));
+}
+
+void TestCmdClient::noticesThatSendingFails()
+{
+    Link link;
+    QTRY_COMPARE(link.peer.connectionCount(), 1);
+    link.peer.closeConnection();
+    int sent = 0;
+    while (link.client.sendPacket(6) == 1 && ++sent < 5000)
+        QThread::msleep(1); // no events that would tell of the end
+    QVERIFY(sent < 5000);
+    QVERIFY(!link.client.hasConnection());
+    QCOMPARE(link.log.toPlainText(), QString("Fail to send the data packet：-1"));
 }
 
 void TestCmdClient::failsToConnect()
@@ -167,6 +216,21 @@ void TestCmdClient::waits()
              succeeds);
     QTRY_VERIFY(link.peer.isDone());
     QCOMPARE(link.log.toPlainText(), QString());
+}
+
+void TestCmdClient::makesUpForLateRounds()
+{
+    constexpr qint64 Pause = 1000000; // ns
+    Link link;
+    const Interruption interruption(450);
+    QVERIFY(!link.client.waitAck(6, 300));
+    const std::vector<qint64> &rounds = interruption.rounds;
+    QCOMPARE(rounds.size(), size_t{299});
+    const auto hurried =
+        std::count_if(rounds.begin(), rounds.end(), [](qint64 length) { return length < Pause; });
+    QVERIFY2(hurried > 50, qPrintable(QString::number(hurried)));
+    QVERIFY(
+        std::all_of(rounds.end() - 9, rounds.end(), [](qint64 length) { return length >= Pause; }));
 }
 
 void TestCmdClient::discardsLateData()
