@@ -11,8 +11,10 @@
 #include <QDateEdit>
 #include <QElapsedTimer>
 #include <QGridLayout>
+#include <QRegularExpression>
 #include <QSaveFile>
-#include <QStringBuilder>
+
+#include <algorithm>
 
 namespace {
 
@@ -35,12 +37,17 @@ constexpr uint32_t MostShown = 100;
 // A record begins with its type; its four texts end with a zero byte.
 constexpr size_t TextOffsets[] = {4, 20, 36, 68};
 
-/// A text that fills its field runs on into the next one, but never past the record.
-QString recordText(const uint8_t *record, size_t offset)
+/// A text that fills its field runs on into the next one, but never past the record. What is no
+/// UTF-8 is replaced.
+void appendText(std::string *line, const uint8_t *record, size_t offset)
 {
     const char *text = reinterpret_cast<const char *>(record) + offset;
-    const uint length = qstrnlen(text, static_cast<uint>(wire::RecordSize - offset));
-    return QString::fromUtf8(text, static_cast<int>(length));
+    const int length =
+        static_cast<int>(qstrnlen(text, static_cast<uint>(wire::RecordSize - offset)));
+    if (std::all_of(text, text + length, [](char byte) { return (byte & 0x80) == 0; }))
+        line->append(text, static_cast<size_t>(length));
+    else
+        line->append(QString::fromUtf8(text, length).toStdString());
 }
 
 } // namespace
@@ -124,21 +131,29 @@ bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, R
     return true;
 }
 
-QStringList AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
+std::string AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
 {
-    const QString index = tr("Index");
-    const QString types[] = {tr("Palm"), tr("Card"), QString()}; // for 0, 1, any other
-    const QLatin1String comma(", ");
-    QStringList lines;
-    lines.reserve(static_cast<int>(page.count - from));
+    // Cut at its placeholders once; strings filled in line by line took a third of an export.
+    const QStringList form =
+        tr("Index%1: (%2, %3, %4, %5, %6)").split(QRegularExpression(QStringLiteral("%[1-6]")));
+    std::string parts[7];
+    for (int i = 0; i < 7; ++i)
+        parts[i] = form.value(i).toStdString();
+    const std::string types[] = {
+        tr("Palm").toStdString(), tr("Card").toStdString(), {}}; // 0, 1, any other
+    std::string lines;
+    lines.reserve((page.count - from) * wire::RecordSize);
     for (uint32_t i = from; i < page.count; ++i) {
         const uint8_t *record = page.bytes.data() + i * wire::RecordSize;
-        QString texts[4];
-        for (int k = 0; k < 4; ++k)
-            texts[k] = recordText(record, TextOffsets[k]);
-        lines.append(index % QString::number(firstIndex + i) % QLatin1String(": (") % texts[0] %
-                     comma % texts[1] % comma % types[qMin<int>(record[0], 2)] % comma % texts[2] %
-                     comma % texts[3] % QLatin1Char(')'));
+        lines.append(parts[0]).append(std::to_string(firstIndex + i)).append(parts[1]);
+        appendText(&lines, record, TextOffsets[0]);
+        lines.append(parts[2]);
+        appendText(&lines, record, TextOffsets[1]);
+        lines.append(parts[3]).append(types[qMin<int>(record[0], 2)]).append(parts[4]);
+        appendText(&lines, record, TextOffsets[2]);
+        lines.append(parts[5]);
+        appendText(&lines, record, TextOffsets[3]);
+        lines.append(parts[6]).append(1, '\n');
     }
     return lines;
 }
@@ -172,7 +187,9 @@ void AccessRecordDlg::readRecordBtnClickAct()
     if (!fetchPage(dateEdit->date(), 0, &page))
         return;
     log(tr("Record loaded：%1").arg(page.count));
-    textlog::append(infoText, recordLines(page, page.count - qMin(page.count, MostShown), 0));
+    const std::string lines = recordLines(page, page.count - qMin(page.count, MostShown), 0);
+    if (!lines.empty())
+        log(QString::fromStdString(lines).chopped(1));
 }
 
 void AccessRecordDlg::exportRecordBtnClickAct()
@@ -197,10 +214,9 @@ bool AccessRecordDlg::exportPages(const QDate &month, QSaveFile *file, uint32_t 
     for (uint32_t firstIndex = 0;; firstIndex += wire::RecordsPerPage) {
         if (!fetchPageAtLast(month, firstIndex, &page))
             return false;
-        QStringList lines = recordLines(page, 0, firstIndex);
-        lines.append(QString()); // each line has an end
-        const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8();
-        if (file->write(text) != text.size())
+        const std::string text = recordLines(page, 0, firstIndex);
+        const auto size = static_cast<qint64>(text.size());
+        if (file->write(text.data(), size) != size)
             return false;
         if (page.count < wire::RecordsPerPage)
             break;

@@ -2,6 +2,7 @@
 
 #include "widgets/devicedialog.h"
 
+#include <string>
 #include <vector>
 
 class QDate;
@@ -44,7 +45,7 @@ private:
     bool fetchPageAtLast(const QDate &month, uint32_t firstIndex, RecordPage *page);
     /// The lines of a page's records from the one at `from` on; the page begins with the month's
     /// record `firstIndex`.
-    static QStringList recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex);
+    static std::string recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex);
     /// False when the connection is gone or the file cannot be written.
     bool exportPages(const QDate &month, QSaveFile *file, uint32_t *lastCount);
 

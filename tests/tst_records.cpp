@@ -18,6 +18,7 @@ private slots:
     void listsTheFiles();
     void exportsAMonth_data();
     void exportsAMonth();
+    void exportsUtf8Only();
     void keepsTheOldFile_data();
     void keepsTheOldFile();
     void removes();
@@ -256,6 +257,15 @@ void TestRecords::exportsAMonth()
             QCOMPARE(QString::fromUtf8(line), text);
         ++i;
     }
+}
+
+void TestRecords::exportsUtf8Only()
+{
+    RecordRig rig;
+    rig.peer.expect(
+        {pageRequest(0), {hex("EAC5 000067 00 0001") + record(1, "\xFF", "", "é", "d")}});
+    rig.click("exportRecordBtnClickAct");
+    QCOMPARE(contentOf(exportPath()), QByteArray("Index0: (\xEF\xBF\xBD, , Card, é, d)\n"));
 }
 
 void TestRecords::keepsTheOldFile_data()
