@@ -1,7 +1,7 @@
 #include "app/shownframe.h"
 
-static_assert(ShownFrameSize.width() * 3 == wire::FrameWidth * 2, "pairs of columns");
-static_assert(ShownFrameSize.width() % 2 == 0, "pairs of columns");
+static_assert(wire::FrameWidth % 6 == 0, "pairs of columns");
+static_assert(wire::FrameHeight % 3 == 0, "two rows of three");
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
@@ -175,12 +176,26 @@ void frames(int fd, uint8_t code, double duration)
                 (processorSeconds() - processorBefore) / fetched * 1e6, (unsigned long long)sum);
 }
 
-std::string text(const uint8_t *record, size_t offset)
+void append(std::string &lines, const uint8_t *record, size_t offset)
 {
-    const void *end = std::memchr(record + offset, 0, RecordSize - offset);
-    const size_t length =
-        end ? size_t(static_cast<const uint8_t *>(end) - record) - offset : RecordSize - offset;
-    return {reinterpret_cast<const char *>(record + offset), length};
+    const auto *text = reinterpret_cast<const char *>(record) + offset;
+    lines.append(text, strnlen(text, RecordSize - offset));
+}
+
+void appendLine(std::string &lines, uint32_t index, const uint8_t *record)
+{
+    char number[16];
+    lines += "Index";
+    lines.append(number, std::to_chars(number, std::end(number), index).ptr);
+    lines += ": (";
+    append(lines, record, 4);
+    lines += ", ";
+    append(lines, record, 20);
+    lines += record[0] == 0 ? ", Palm, " : ", Card, ";
+    append(lines, record, 36);
+    lines += ", ";
+    append(lines, record, 68);
+    lines += ")\n";
 }
 
 Bytes pageRequest(int year, int month, uint32_t first)
@@ -197,23 +212,21 @@ void exportMonth(int fd, int year, int month, const char *path)
     FILE *file = std::fopen(path, "wb");
     if (!file)
         fail(path);
+    std::string lines;
+    size_t bytes = 0;
     uint32_t count = PageRecords;
     for (uint32_t first = 0; count == PageRecords; first += PageRecords) {
         exchange(fd, pageRequest(year, month, first), &reply);
         count = uint32_t(reply[6]) << 8 | reply[7];
-        std::string lines;
-        for (uint32_t i = 0; i < count; ++i) {
-            const uint8_t *record = reply.data() + 8 + i * RecordSize;
-            lines += "Index" + std::to_string(first + i) + ": (" + text(record, 4) + ", " +
-                     text(record, 20) + ", " + (record[0] == 0 ? "Palm" : "Card") + ", " +
-                     text(record, 36) + ", " + text(record, 68) + ")\n";
-        }
-        std::fwrite(lines.data(), 1, lines.size(), file);
+        lines.clear();
+        for (uint32_t i = 0; i < count; ++i)
+            appendLine(lines, first + i, reply.data() + 8 + i * RecordSize);
+        bytes += std::fwrite(lines.data(), 1, lines.size(), file);
     }
     std::fflush(file);
     fsync(fileno(file));
     std::fclose(file);
-    std::printf("seconds %.5f\n", seconds(Clock::now() - begin));
+    std::printf("seconds %.5f\nbytes %zu\n", seconds(Clock::now() - begin), bytes);
 }
 
 } // namespace
