@@ -1,9 +1,11 @@
 #include "bench/census.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAbstractSocket>
 #include <QMutex>
 #include <QSet>
 #include <QTcpServer>
+#include <QThreadPool>
 #include <QTimer>
 
 // Qt's hook for tools that follow objects. Its header is among Qt's private ones; these places have
@@ -41,6 +43,13 @@ void strike(QObject *object)
     living().objects.remove(object);
 }
 
+/// Its threads come with work and end after half a minute without.
+bool isOfThreadPool(QObject *object)
+{
+    return qobject_cast<QAbstractEventDispatcher *>(object) ||
+           qobject_cast<QThreadPool *>(object) || object->inherits("QThreadPoolThread");
+}
+
 } // namespace
 
 void census::begin()
@@ -63,6 +72,10 @@ census::Count census::count()
     const QMutexLocker locker(&living().mutex);
     Count found;
     for (QObject *object : qAsConst(living().objects)) {
+        if (qobject_cast<QAbstractEventDispatcher *>(object))
+            ++found.dispatchers;
+        if (isOfThreadPool(object))
+            continue;
         ++found.objects;
         if (qobject_cast<QTimer *>(object))
             ++found.timers;

@@ -14,9 +14,11 @@ QMap<QByteArray, int> byClass();
 
 struct Count
 {
-    int objects = 0;
+    int objects = 0; ///< without what Qt's thread pools are made of
     int timers = 0;
     int sockets = 0; ///< servers too
+    /// Of each thread one, with a descriptor of its own.
+    int dispatchers = 0;
 };
 Count count();
 

@@ -12,21 +12,10 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextStream>
-#include <QThreadPool>
 
 namespace {
 
 constexpr double MsPerMinute = 60000;
-
-/// Qt converts pictures in threads that end when idle for a while. One that stays is there in every
-/// count.
-void keepOneThread()
-{
-    QThreadPool *threads = QThreadPool::globalInstance();
-    threads->setMaxThreadCount(1);
-    threads->setExpiryTimeout(-1);
-    threads->start([] {});
-}
 
 } // namespace
 
@@ -37,7 +26,6 @@ int main(int argc, char *argv[])
     keepWarnings();
     QApplication application(argc, argv);
     prepareAppearance();
-    keepOneThread();
 
     const QCommandLineOption minutesOption(QStringLiteral("minutes"),
                                            QStringLiteral("How long; a fraction is allowed."),

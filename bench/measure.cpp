@@ -50,12 +50,12 @@ qint64 heapKiB()
 #endif
 }
 
-qint64 descriptorCount()
+/// Without those of the event dispatchers.
+qint64 descriptorCount(int dispatchers)
 {
     const QDir folder(QStringLiteral("/proc/self/fd"));
-    return folder.exists()
-               ? folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size()
-               : Unmeasured;
+    const auto entries = QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot;
+    return folder.exists() ? folder.entryList(entries).size() - dispatchers : Unmeasured;
 }
 
 qint64 median(const std::vector<Sample> &samples, size_t from, size_t count, Quantity quantity)
@@ -82,8 +82,8 @@ qint64 residentKiB()
 Sample takeSample()
 {
     const census::Count count = census::count();
-    return {{residentKiB(), heapKiB(), descriptorCount(), count.objects, count.timers,
-             count.sockets, QApplication::topLevelWidgets().size()}};
+    return {{residentKiB(), heapKiB(), descriptorCount(count.dispatchers), count.objects,
+             count.timers, count.sockets, QApplication::topLevelWidgets().size()}};
 }
 
 bool hasSettled(const Sample &sample, const Sample &before)
