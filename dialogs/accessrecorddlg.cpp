@@ -134,6 +134,7 @@ bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, R
 std::string AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
 {
     // Cut at its placeholders once; strings filled in line by line took a third of an export.
+    //: The placeholders keep their order.
     const QStringList form =
         tr("Index%1: (%2, %3, %4, %5, %6)").split(QRegularExpression(QStringLiteral("%[1-6]")));
     std::string parts[7];
