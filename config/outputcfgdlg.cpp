@@ -35,7 +35,7 @@ constexpr int SmallestLetters = 8; // pixels
 
 const char SystemMode[] = "sys mode";
 
-enum Grid : int { System, Palm, Card, QrCode, Result, Rs485, Relay, Wiegand };
+enum Grid { System, Palm, Card, QrCode, Result, Rs485, Relay, Wiegand };
 
 constexpr int MostParagraphs = 3;
 

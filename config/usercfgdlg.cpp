@@ -18,7 +18,7 @@ constexpr QSize PortLabelSize(50, 27);
 constexpr QSize PortSize(60, 27);
 constexpr int RowSpacing = 10;
 
-enum Grid : int { Recognition, Network, Device };
+enum Grid { Recognition, Network, Device };
 
 } // namespace
 

@@ -30,7 +30,7 @@ constexpr int FirstTofBias = 1;
 constexpr int MinTofBias = -100;
 constexpr int MaxTofBias = 200;
 
-enum Grid : int { Info, Work };
+enum Grid { Info, Work };
 
 ClockRecord clockRecord(const QDateTime &time)
 {

@@ -11,7 +11,7 @@ namespace {
 
 // Removing from the front moves all that stays, so it is done rarely.
 constexpr int DroppedLines = 5000;
-constexpr int DroppedCharacters = 500'000;
+constexpr int DroppedCharacters = 500000;
 
 constexpr QLatin1Char LineEnd('\n');
 constexpr QChar Ellipsis(0x2026);

@@ -10,7 +10,7 @@ namespace textlog {
 
 /// The newest lines, and characters, that a log is sure to keep; older ones go in chunks.
 constexpr int KeptLines = 50000;
-constexpr int KeptCharacters = 5'000'000;
+constexpr int KeptCharacters = 5000000;
 
 /// The most that is shown of one entry; an ellipsis takes the place of what is beyond. A line's
 /// layout can take a time that grows with the square of its length.
