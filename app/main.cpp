@@ -1,4 +1,5 @@
 #include "app/appearance.h"
+#include "app/language.h"
 #include "app/mainwindow.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@ int main(int argc, char *argv[])
 
     QApplication application(argc, argv);
     prepareAppearance();
+    useLanguage();
 
     MainWindow window;
     window.show();

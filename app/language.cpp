@@ -1,0 +1,32 @@
+#include "app/language.h"
+
+#include <QCoreApplication>
+#include <QTranslator>
+
+namespace {
+
+/// The translator belongs to the application.
+bool install(const QLocale &locale, const char *texts)
+{
+    auto *translator = new QTranslator(qApp);
+    const QString folder = QCoreApplication::applicationDirPath() + QStringLiteral("/translations");
+    if (translator->load(locale, QLatin1String(texts), QStringLiteral("_"), folder))
+        return QCoreApplication::installTranslator(translator);
+    delete translator;
+    return false;
+}
+
+} // namespace
+
+void useLanguage(const QStringList &languages)
+{
+    for (const QString &language : languages) {
+        const QLocale locale(language);
+        if (locale.language() == QLocale::English)
+            return;
+        if (install(locale, "quirel")) {
+            install(locale, "qtbase");
+            return;
+        }
+    }
+}

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QLocale>
+#include <QStringList>
+
+/// Gives the application its texts, and Qt's own, in the first of the languages (as "zh-CN", best
+/// liked first) that there are texts in; English is the language of the code. They are looked for
+/// in `translations/` beside the executable.
+void useLanguage(const QStringList &languages = QLocale::system().uiLanguages());
