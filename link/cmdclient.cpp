@@ -20,6 +20,7 @@ constexpr int DisconnectTimeout = 3000; // ms
 constexpr unsigned long RoundPause = 1; // ms
 constexpr int LastRounds = 10;
 constexpr int LongestTail = 60000; // ms
+constexpr qint64 NanosecondsPerMicrosecond = 1000;
 
 } // namespace
 
@@ -78,7 +79,12 @@ bool CmdClient::disconnectFromDevice()
 
 bool CmdClient::hasConnection() const
 {
-    return socket->state() == QAbstractSocket::ConnectedState;
+    return socketState() == QAbstractSocket::ConnectedState;
+}
+
+QAbstractSocket::SocketState CmdClient::socketState() const
+{
+    return socket->state();
 }
 
 int CmdClient::sendPacket(uint32_t totalLength)
@@ -165,9 +171,13 @@ bool CmdClient::exchange(const PacketWriter &packet, const Wait &wait)
     }
     if (!sendPacket(packet.size()))
         return false;
+    QElapsedTimer clock;
+    clock.start();
     const int bytes = static_cast<int>(wait.bytes);
-    if (wait.kind == Wait::Ack ? waitAck(bytes, wait.rounds) : waitReply(bytes, wait.rounds))
+    if (wait.kind == Wait::Ack ? waitAck(bytes, wait.rounds) : waitReply(bytes, wait.rounds)) {
+        replyTime = clock.nsecsElapsed() / NanosecondsPerMicrosecond;
         return true;
+    }
     if (!wait.silent)
         log(tr("Fail to accept ACK."));
     return false;

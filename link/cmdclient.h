@@ -4,6 +4,7 @@
 #include "link/packet.h"
 #include "link/wire.h"
 
+#include <QAbstractSocket>
 #include <QObject>
 #include <QString>
 
@@ -35,6 +36,10 @@ public:
     bool disconnectFromDevice();
     /// Whether the connection stands right now; no longer when the terminal has ended it.
     bool hasConnection() const;
+
+    QAbstractSocket::SocketState socketState() const;
+    /// How long the last reply that came whole took, in microseconds; -1 before the first.
+    qint64 lastReplyTime() const { return replyTime; }
 
     /// Whether a command is waiting for its reply right now.
     bool isWaiting() const { return waiting; }
@@ -170,4 +175,5 @@ private:
     QTextEdit *infoText;
     std::unique_ptr<uint8_t[]> sendBuffer;
     bool waiting = false;
+    qint64 replyTime = -1;
 };

@@ -1,5 +1,6 @@
 #include "link/textlog.h"
 
+#include <QDateTime>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -20,6 +21,18 @@ constexpr QChar Ellipsis(0x2026);
 /// block, whose layout takes minutes when there are thousands.
 constexpr ushort LineEnds[] = {'\n',   '\r',  QChar::LineSeparator, QChar::ParagraphSeparator,
                                0xFDD0, 0xFDD1};
+
+/// Of a line; it leaves with it.
+class Arrival : public QTextBlockUserData
+{
+public:
+    explicit Arrival(const QDateTime &when)
+        : time(when)
+    {
+    }
+
+    const QDateTime time;
+};
 
 bool endsLine(QChar character)
 {
@@ -87,6 +100,13 @@ QTextCharFormat formatFor(const QString &text)
     return format;
 }
 
+void markArrival(QTextBlock line)
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    for (; line.isValid(); line = line.next())
+        line.setUserData(new Arrival(now));
+}
+
 } // namespace
 
 void textlog::prepare(QTextEdit *log)
@@ -119,10 +139,23 @@ void textlog::append(QTextEdit *log, const QStringList &entries)
     cursor.movePosition(QTextCursor::End);
     if (!document->isEmpty())
         cursor.insertBlock();
+    const int first = cursor.blockNumber();
     cursor.insertText(text, formatFor(text));
     cursor.endEditBlock();
+    markArrival(document->findBlockByNumber(first));
     dropOldLines(document);
 
     if (following)
         bar->setValue(bar->maximum());
+}
+
+QString textlog::timedText(const QTextEdit *log)
+{
+    QString text;
+    for (QTextBlock line = log->document()->begin(); line.isValid(); line = line.next()) {
+        if (const auto *arrival = static_cast<const Arrival *>(line.userData()))
+            text += arrival->time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz  "));
+        text += line.text() + LineEnd;
+    }
+    return text;
 }

@@ -26,4 +26,8 @@ void append(QTextEdit *log, const QString &entry);
 /// entries, no change.
 void append(QTextEdit *log, const QStringList &entries);
 
+/// All lines, each with the local time at which it was appended, "2026-11-23 12:00:01.234  " before
+/// it. The log itself does not show these times.
+QString timedText(const QTextEdit *log);
+
 } // namespace textlog

@@ -19,6 +19,7 @@ private slots:
     void keepsTheNewestCharacters();
     void followsTheEndOnlyFromTheEnd();
     void showsTheEndOfALongList();
+    void keepsArrivalTimes();
 };
 
 namespace {
@@ -151,6 +152,36 @@ void TestTextLog::showsTheEndOfALongList()
     QVERIFY(log.document()->pageCount() > 0); // ends what is left of the layout
     QCOMPARE(log.cursorForPosition(log.viewport()->rect().bottomLeft()).block().text(),
              QString("100019999"));
+}
+
+// Also when older lines have gone.
+void TestTextLog::keepsArrivalTimes()
+{
+    QTextEdit log;
+    const QString form("yyyy-MM-dd HH:mm:ss.zzz");
+    const auto timesOf = [&](int lines) {
+        QList<QDateTime> times;
+        for (const QString &line : textlog::timedText(&log).split('\n', Qt::SkipEmptyParts)) {
+            times.append(QDateTime::fromString(line.left(23), form));
+            lines -= line.mid(23).startsWith("  ") ? 1 : 0;
+        }
+        return lines == 0 ? times : QList<QDateTime>();
+    };
+    textlog::append(&log, numbered(0, 50000));
+    const QDateTime before = QDateTime::currentDateTime();
+    QTRY_VERIFY(QDateTime::currentDateTime() > before);
+    textlog::append(&log, "first\nsecond");
+    textlog::append(&log, numbered(0, 5500));
+    const QList<QDateTime> times = timesOf(50000);
+    QCOMPARE(times.size(), 50000);
+    QVERIFY(std::is_sorted(times.begin(), times.end()));
+    QVERIFY(times.first().isValid() && times.first() <= before);
+    QVERIFY(times[50000 - 5502] > before);
+    QCOMPARE(times[50000 - 5501], times[50000 - 5502]);
+
+    log.clear();
+    textlog::append(&log, "anew");
+    QCOMPARE(timesOf(1).size(), 1);
 }
 
 QTEST_MAIN(TestTextLog)
