@@ -1,12 +1,14 @@
 #include "widgets/devicedialog.h"
 
 #include "link/textlog.h"
+#include "widgets/screenfit.h"
 
 DeviceDialog::DeviceDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
     : QDialog(parent),
       client(cmdClient),
       infoText(log)
 {
+    new ScreenFit(this);
 }
 
 void DeviceDialog::log(const QString &line)
