@@ -17,6 +17,17 @@ static void initResources()
     Q_INIT_RESOURCE(quirel);
 }
 
+void prepareScaling()
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#ifdef Q_OS_WIN
+    // Here 150 % is a wish. An X server may tell 100 dots per inch that nobody has chosen.
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+#endif
+}
+
 void prepareAppearance()
 {
     QFont font = QApplication::font();

@@ -11,6 +11,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("Quirel"));
     QCoreApplication::setApplicationVersion(QStringLiteral("V1.0"));
 
+    prepareScaling();
     QApplication application(argc, argv);
     prepareAppearance();
     useLanguage();

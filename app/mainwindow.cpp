@@ -1,15 +1,17 @@
 #include "app/mainwindow.h"
 
+#include "app/aboutaction.h"
 #include "app/imglabel.h"
+#include "app/logview.h"
 #include "app/watchserver.h"
 #include "link/cmdclient.h"
 #include "link/textlog.h"
 #include "widgets/controls.h"
+#include "widgets/screenfit.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>
 #include <QPushButton>
-#include <QTextEdit>
 #include <QTimer>
 
 namespace {
@@ -17,11 +19,10 @@ namespace {
 constexpr QSize LogSize(320, 200);
 constexpr QSize PixmapSize(480, 640);
 
-QTextEdit *createLog(const char *name)
+LogView *createLog(const char *name)
 {
-    auto *log = controls::sized(new QTextEdit, LogSize);
+    auto *log = controls::sized(new LogView, LogSize);
     log->setObjectName(QLatin1String(name));
-    textlog::prepare(log);
     return log;
 }
 
@@ -38,6 +39,7 @@ MainWindow::MainWindow(QWidget *parent)
 {
     setWindowTitle(tr("Quirel"));
     createLayout();
+    new ScreenFit(this);
 
     watchServer = new WatchServer(watchText, this);
     client = new CmdClient(infoText, this);
@@ -79,10 +81,12 @@ void MainWindow::createLayout()
     columns->addLayout(left);
     columns->addStretch();
     columns->addLayout(right);
+    central->addAction(new AboutAction(this));
+    central->setContextMenuPolicy(Qt::ActionsContextMenu);
     setCentralWidget(central);
     setFixedSize(sizeHint());
 
-    createTabOrder({connection, videoControl, users, settings, listener, hint});
+    createTabOrder({connection, videoControl, video, users, settings, listener, hint});
 }
 
 /// From where work begins, the connection, through the controls to the logs.
@@ -119,6 +123,7 @@ QGridLayout *MainWindow::createButtonGrid(std::initializer_list<GridButton> butt
 QGroupBox *MainWindow::createHintGroup()
 {
     auto *group = new QGroupBox(tr("Hint"));
+    infoText->setAccessibleName(group->title());
     addLogWithClear(new QVBoxLayout(group), infoText, SLOT(clearInfoTextBtnClickAct()));
     return group;
 }

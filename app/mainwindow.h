@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/framerate.h"
 #include "link/wire.h"
 
 #include <QImage>
@@ -32,6 +33,9 @@ class MainWindow : public QMainWindow
 
 public:
     explicit MainWindow(QWidget *parent = nullptr);
+
+    /// Tells the tooltips what is true when they are asked for.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
     void irImgLabelMouseMoved(QPoint position);
@@ -144,6 +148,8 @@ private:
     void showPalmVein();
     static void showFrame(const std::vector<uint8_t> &frame, QImage *lastImage, QPixmap *pixmap,
                           ImgLabel *label);
+    QString connectionTip() const;
+    static QString pictureTip(FrameRate *rate);
     void showPixel(QPoint position, const QImage &lastImage, const std::vector<uint8_t> &frame);
 
     /// False when the operator cancels.
@@ -158,6 +164,8 @@ private:
     QImage lastIrImage;
     QPixmap rgbPixmap;
     QPixmap irPixmap;
+    FrameRate rgbRate;
+    FrameRate irRate;
     int32_t imgUpdateState = Idle;
 
     QTextEdit *infoText;

@@ -19,6 +19,9 @@ constexpr QSize FieldSize(100, 25);
 constexpr QSize ButtonSize(120, 45);
 constexpr int DefaultPort = 20086;
 
+// What the Connect button reads after a connection, in every language.
+constexpr QLatin1String UnconnectedCaption("Connect");
+
 } // namespace
 
 QGroupBox *MainWindow::createConnectionGroup()
@@ -29,6 +32,7 @@ QGroupBox *MainWindow::createConnectionGroup()
     layout->addStretch();
 
     openBtn = controls::button(tr("Connect"), ButtonSize, this, SLOT(openBtnClickAct()));
+    openBtn->installEventFilter(this);
     auto *buttons = new QVBoxLayout;
     buttons->addWidget(openBtn);
     buttons->addWidget(
@@ -84,7 +88,7 @@ void MainWindow::openBtnClickAct()
 
 void MainWindow::closeBtnClickAct()
 {
-    if (openBtn->text() == tr("Connect"))
+    if (openBtn->text() == tr("Connect") || openBtn->text() == UnconnectedCaption)
         return;
     if (imgUpdateState != Idle)
         stopCollecting();
@@ -92,7 +96,7 @@ void MainWindow::closeBtnClickAct()
         openWatchBtnClickAct();
     enableConnection(false);
     client->disconnectFromDevice();
-    controls::setCaption(openBtn, QStringLiteral("Connect"));
+    controls::setCaption(openBtn, UnconnectedCaption);
     log(tr("The connection has been abandoned."));
 }
 

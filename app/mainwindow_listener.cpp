@@ -36,6 +36,7 @@ QGroupBox *MainWindow::createListenerGroup()
     row->addWidget(openWatchBtn);
 
     auto *group = new QGroupBox(tr("Message Listening"));
+    watchText->setAccessibleName(group->title());
     auto *layout = new QVBoxLayout(group);
     layout->addLayout(row);
     addLogWithClear(layout, watchText, SLOT(clearWatchTextBtnClickAct()));

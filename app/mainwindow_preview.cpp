@@ -70,6 +70,7 @@ ImgLabel *MainWindow::createImgLabel(const char *name, QPixmap *pixmap)
 {
     auto *label = controls::sized(new ImgLabel, ShownFrameSize);
     label->setObjectName(QLatin1String(name));
+    label->installEventFilter(this);
     label->setScaledContents(true);
     label->setMargin(0);
     pixmap->fill(Qt::lightGray);
@@ -80,6 +81,7 @@ ImgLabel *MainWindow::createImgLabel(const char *name, QPixmap *pixmap)
 QLayout *MainWindow::createCameraColumn(const QString &caption, ImgLabel *label)
 {
     auto *column = new QVBoxLayout;
+    label->setAccessibleName(caption);
     column->addWidget(new QLabel(caption), 0, Qt::AlignHCenter);
     column->addWidget(label);
     return column;
@@ -231,11 +233,13 @@ bool MainWindow::collectPalmHeight()
 
 void MainWindow::showPalmprint()
 {
+    rgbRate.count();
     showFrame(rgbFrameBuffer, &lastRgbImage, &rgbPixmap, rgbImgLabel);
 }
 
 void MainWindow::showPalmVein()
 {
+    irRate.count();
     showFrame(irFrameBuffer, &lastIrImage, &irPixmap, irImgLabel);
 }
 
@@ -246,7 +250,10 @@ void MainWindow::showFrame(const std::vector<uint8_t> &frame, QImage *lastImage,
         *lastImage = QImage(wire::FrameWidth, wire::FrameHeight, QImage::Format_Grayscale8);
     static_assert(wire::FrameWidth % 4 == 0, "rows without padding");
     std::copy(frame.begin(), frame.end(), lastImage->bits());
-    *pixmap = QPixmap::fromImage(shownFrame(frame.data()));
+    // Where a pixel of the window is more than one of the screen, the label takes from all there
+    // is.
+    *pixmap = QPixmap::fromImage(label->devicePixelRatioF() > 1 ? lastImage->copy()
+                                                                : shownFrame(frame.data()));
     label->setPixmap(*pixmap);
 }
 

@@ -66,6 +66,8 @@ private slots:
     void endsWithTheConnection();
     void readsPixels_data();
     void readsPixels();
+    void readsPixelsByKeyboard();
+    void tellsRatesInTooltips();
     void scalesFramesLikeQt();
     void logsThePalmHeight();
     void leavesAWaitingCommandAlone();
@@ -184,6 +186,63 @@ void TestPreview::readsPixels()
         QCOMPARE(preview.pixel(label, outside), readouts[2]);
     const int grey = readouts[0].rightRef(1).toInt();
     QCOMPARE(preview.shown(label), qRgb(grey, grey, grey));
+}
+
+void TestPreview::readsPixelsByKeyboard()
+{
+    Preview preview;
+    preview.click("showRgbBtnClickAct");
+    QTRY_VERIFY(preview.shown("rgbImgLabel") != Empty);
+    preview.click("showRgbBtnClickAct");
+    auto *label = preview.find<QLabel>("rgbImgLabel");
+    const auto *readout = preview.find<QLabel>("pixelReadoutLabel");
+    preview.pixel("rgbImgLabel", {9, 12}); // from where the mouse was last
+    QTest::keyClick(label, Qt::Key_Right);
+    QTest::keyClick(label, Qt::Key_Up);
+    QCOMPARE(readout->text(), QString("Pt[10, 11]: 122"));
+    QTest::keyClick(label, Qt::Key_Left, Qt::ControlModifier);
+    QTest::keyClick(label, Qt::Key_Up, Qt::ControlModifier);
+    QTest::keyClick(label, Qt::Key_Up);
+    QTest::keyClick(label, Qt::Key_Up); // the picture ends there
+    QCOMPARE(readout->text(), QString("Pt[0, 0]: 1"));
+    for (int i = 0; i < 48; ++i) {
+        QTest::keyClick(label, Qt::Key_Right, Qt::ControlModifier);
+        QTest::keyClick(label, Qt::Key_Down, Qt::ControlModifier);
+    }
+    QCOMPARE(readout->text(), QString("Pt[359, 479]: 213"));
+}
+
+void TestPreview::tellsRatesInTooltips()
+{
+    Preview preview;
+    const auto tip = [&](const QByteArray &name) {
+        QHelpEvent hint(QEvent::ToolTip, {}, {});
+        auto *widget = preview.find<QWidget>(name);
+        QCoreApplication::sendEvent(widget, &hint);
+        return widget->toolTip();
+    };
+    const QString still("540 × 720 pixels\n0 frames/s\n0.0 MB/s");
+    QCOMPARE(tip("rgbImgLabel"), still);
+    QVERIFY(QRegularExpression("\\ASocket: connected\nLast reply: \\d+\\.\\d ms\\z")
+                .match(tip("openBtnClickAct"))
+                .hasMatch());
+    preview.click("showIrBtnClickAct");
+    QTRY_VERIFY(preview.peer.servedCount() >= 4); // so three have been shown
+    preview.click("showIrBtnClickAct");
+    QCOMPARE(tip("rgbImgLabel"), still);
+    const QStringList lines = tip("irImgLabel").split('\n');
+    const int frames = lines[1].section(' ', 0, 0).toInt();
+    QVERIFY(frames >= 3);
+    QCOMPARE(lines[2], QString::number(frames * 0.3888, 'f', 1) + " MB/s");
+    QTRY_COMPARE(tip("irImgLabel"), still); // a second later
+
+    preview.click("closeBtnClickAct");
+    QVERIFY(tip("openBtnClickAct").startsWith("Socket: not connected\nLast reply: "));
+    const MainWindow unused;
+    auto *button = unused.findChild<QPushButton *>("openBtnClickAct");
+    QHelpEvent hint(QEvent::ToolTip, {}, {});
+    QCoreApplication::sendEvent(button, &hint);
+    QCOMPARE(button->toolTip(), QString("Socket: not connected\nLast reply: none yet"));
 }
 
 void TestPreview::scalesFramesLikeQt()

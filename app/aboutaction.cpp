@@ -1,0 +1,21 @@
+#include "app/aboutaction.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+AboutAction::AboutAction(QWidget *describedWindow)
+    : QAction(describedWindow),
+      window(describedWindow)
+{
+    setText(tr("About %1").arg(window->windowTitle()));
+    setShortcut(QKeySequence::HelpContents);
+    connect(this, SIGNAL(triggered()), this, SLOT(tell()));
+}
+
+void AboutAction::tell()
+{
+    QMessageBox::about(window, text(),
+                       tr("%1 %2\nConsole for a palm-recognition access terminal\n\nQt %3")
+                           .arg(window->windowTitle(), QCoreApplication::applicationVersion(),
+                                QLatin1String(qVersion())));
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+#include <deque>
+
+/// How many frames have come within the last second.
+class FrameRate
+{
+public:
+    FrameRate() { clock.start(); }
+
+    void count();
+    int lastSecond();
+
+private:
+    void forgetOld();
+
+    QElapsedTimer clock;
+    std::deque<qint64> arrivals; ///< ms
+};

@@ -1,0 +1,148 @@
+#include "app/finddialog.h"
+#include "app/logview.h"
+#include "boxuser.h"
+#include "link/textlog.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestLogView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void offersMoreThanQtDoes();
+    void copiesAll();
+    void finds_data();
+    void finds();
+    void savesWithTimes();
+    void tellsWhatCouldNotBeSaved();
+};
+
+namespace {
+
+QAction *action(const LogView &log, const QString &text)
+{
+    for (QAction *candidate : log.actions()) {
+        if (candidate->text() == text)
+            return candidate;
+    }
+    return nullptr;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
+}
+
+} // namespace
+
+void TestLogView::offersMoreThanQtDoes()
+{
+    LogView log;
+    log.show();
+    textlog::append(&log, "line");
+    QStringList texts;
+    QTimer::singleShot(0, &log, [&texts] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        for (const QAction *entry : menu->actions())
+            texts.append(entry->text().section('\t', 0, 0));
+        menu->close();
+    });
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {10, 10});
+    QApplication::sendEvent(log.viewport(), &event);
+    QCOMPARE(texts, (QStringList{"&Copy", "", "Select All", "", "Copy All", "Find…", "Save As…"}));
+}
+
+void TestLogView::copiesAll()
+{
+    LogView log;
+    textlog::append(&log, QStringList{"记录：1", "<b>2</b>"});
+    action(log, "Copy All")->trigger();
+    QCOMPARE(QApplication::clipboard()->text(), QString("记录：1\n<b>2</b>"));
+}
+
+void TestLogView::finds_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("matchCase");
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QList<int>>("lines"); ///< that are found one after the other; -1: none
+    const QByteArray next("findNextBtnClickAct");
+    const QByteArray previous("findPreviousBtnClickAct");
+    QTest::newRow("next") << "palm" << false << next << QList<int>{0, 2, 0};
+    QTest::newRow("previous") << "palm" << false << previous << QList<int>{2, 0, 2};
+    QTest::newRow("case") << "palm" << true << next << QList<int>{2, 2};
+    QTest::newRow("literal") << "a.*" << false << next << QList<int>{1};
+    QTest::newRow("absent") << "card" << false << previous << QList<int>{-1};
+    QTest::newRow("nothing") << "" << false << next << QList<int>{-1};
+}
+
+void TestLogView::finds()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, matchCase);
+    QFETCH(QByteArray, button);
+    QFETCH(QList<int>, lines);
+    LogView log;
+    textlog::append(&log, QStringList{"Palm", "a.*b", "palm"});
+    action(log, "Find…")->trigger();
+    auto *dialog = log.findChild<FindDialog *>();
+    QVERIFY(dialog->isVisible());
+    dialog->findChild<QLineEdit *>("findEdit")->setText(text);
+    dialog->findChild<QCheckBox *>()->setChecked(matchCase);
+    for (const int line : lines) {
+        dialog->findChild<QPushButton *>(QLatin1String(button))->click();
+        const bool found = log.textCursor().hasSelection();
+        QCOMPARE(found ? log.textCursor().blockNumber() : -1, line);
+        QCOMPARE(dialog->findChild<QLabel *>("findResultLabel")->text(),
+                 QString(found ? "" : "Not found."));
+    }
+}
+
+void TestLogView::savesWithTimes()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("日志.txt");
+    LogView log;
+    textlog::append(&log, "掌纹：1\n2");
+    const BoxUser user(BoxUser::choose(path));
+    action(log, "Save As…")->trigger();
+    const QString saved = QString::fromUtf8(contentOf(path));
+    const QString time("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}  ");
+    const QRegularExpression form("\\A" + time + "掌纹：1\n" + time + "2\n\\z");
+    QVERIFY2(form.match(saved).hasMatch(), qPrintable(saved));
+    QCOMPARE(log.toPlainText(), QString("掌纹：1\n2"));
+}
+
+void TestLogView::tellsWhatCouldNotBeSaved()
+{
+    const QTemporaryDir folder;
+    LogView log;
+    textlog::append(&log, "line");
+    {
+        const BoxUser user(BoxUser::press("Cancel"));
+        action(log, "Save As…")->trigger();
+    }
+    QCOMPARE(log.toPlainText(), QString("line"));
+    const QString path = folder.filePath("gone") + "/log.txt";
+    const BoxUser user([&](QWidget *box) {
+        QDir(folder.path()).mkdir("gone");
+        BoxUser::choose(path)(box);
+        QDir(folder.filePath("gone")).removeRecursively();
+    });
+    action(log, "Save As…")->trigger();
+    QCOMPARE(log.toPlainText(), "line\nFail to save the log：" + path);
+}
+
+QTEST_MAIN(TestLogView)
+#include "tst_logview.moc"
