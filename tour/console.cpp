@@ -67,12 +67,12 @@ bool Console::isUsable(const char *control) const
 
 QString Console::caption(const char *button) const
 {
-    return find<QPushButton>(button)->text();
+    return sourceTexts.sourceOf(find<QPushButton>(button)->text());
 }
 
 QString Console::labelText(const char *label) const
 {
-    return find<QLabel>(label)->text();
+    return sourceTexts.sourceOf(find<QLabel>(label)->text());
 }
 
 QImage Console::picture(const char *name) const
@@ -80,19 +80,34 @@ QImage Console::picture(const char *name) const
     return find<ImgLabel>(name)->grab().toImage();
 }
 
+QStringList Console::lines(const char *log, int from) const
+{
+    QStringList lines = find<QTextEdit>(log)->toPlainText().split(QLatin1Char('\n')).mid(from);
+    for (QString &line : lines)
+        line = sourceTexts.sourceOf(line);
+    return lines;
+}
+
 QStringList Console::infoLines() const
 {
-    return find<QTextEdit>("infoText")->toPlainText().split(QLatin1Char('\n'));
+    return lines("infoText");
 }
 
 QStringList Console::watchLines() const
 {
-    return find<QTextEdit>("watchText")->toPlainText().split(QLatin1Char('\n'));
+    return lines("watchText");
 }
 
 QStringList Console::newInfoLines() const
 {
-    return infoLines().mid(linesBefore);
+    return lines("infoText", linesBefore);
+}
+
+QString Console::logs() const
+{
+    return QStringLiteral("== Information\n%1\n== Messages\n%2\n")
+        .arg(find<QTextEdit>("infoText")->toPlainText(),
+             find<QTextEdit>("watchText")->toPlainText());
 }
 
 void Console::beginStep(const QString &path)

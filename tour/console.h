@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/mainwindow.h"
+#include "tour/sourcetexts.h"
 
 #include <QDir>
 
@@ -16,6 +17,10 @@ class Console
 {
 public:
     Console();
+
+    /// Captions, labels and lines are told in the language of the code, whatever the window's is
+    /// (as "zh_CN"). False if it has no texts.
+    bool setLanguage(const QString &language) { return sourceTexts.load(language); }
 
     void click(const char *button);
     /// For a button that opens dialogs: each takes its turn as soon as it is there, has its picture
@@ -42,11 +47,15 @@ public:
     /// number before that; none without a path.
     void beginStep(const QString &picturePath);
     bool savePicture();
+    /// Both logs as they are shown.
+    QString logs() const;
 
 private:
     template <class Widget> Widget *find(const char *name) const;
+    QStringList lines(const char *log, int from = 0) const;
 
     MainWindow window;
+    SourceTexts sourceTexts;
     QString picturePath;
     int linesBefore = 0;
 };

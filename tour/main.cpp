@@ -3,6 +3,7 @@
 /// As `tour --probe` it only finds out whether there is a display, and fails if there is none.
 
 #include "app/appearance.h"
+#include "app/language.h"
 #include "link/wholefile.h"
 #include "tour/session.h"
 #include "tour/simulatorprocess.h"
@@ -25,14 +26,6 @@ void endOnFatal(QtMsgType type, const QMessageLogContext & /*context*/, const QS
         std::_Exit(1);
 }
 
-bool saveLogs(const Console &console, const QString &path)
-{
-    const QString text = QStringLiteral("== Information\n%1\n== Messages\n%2\n")
-                             .arg(console.infoLines().join(QLatin1Char('\n')),
-                                  console.watchLines().join(QLatin1Char('\n')));
-    return writeWholeFile(path, text.toUtf8());
-}
-
 /// Pictures of an earlier tour may be of steps that are gone, and a file dialog would ask whether
 /// to replace what was saved then.
 void removeLeftovers(const QDir &output)
@@ -45,7 +38,7 @@ void removeLeftovers(const QDir &output)
         QFile::remove(output.filePath(file));
 }
 
-int takeTour(const QDir &output)
+int takeTour(const QDir &output, const QString &language)
 {
     const QStringList picturesBefore = savedPictures();
     removeLeftovers(output);
@@ -55,6 +48,10 @@ int takeTour(const QDir &output)
         return 1;
 
     Console console;
+    if (!language.isEmpty() && !console.setLanguage(language)) {
+        QTextStream(stderr) << "There are no texts in " << language << '\n';
+        return 1;
+    }
     int failed = 0;
     int number = 0;
     for (const Step &step : tourSteps({simulator.port(), ports.unused, ports.messages}, output)) {
@@ -66,7 +63,7 @@ int takeTour(const QDir &output)
     }
     if (!takeSavedPictures(picturesBefore, output))
         ++failed;
-    if (!saveLogs(console, output.filePath(QStringLiteral("session.log"))))
+    if (!writeWholeFile(output.filePath(QStringLiteral("session.log")), console.logs().toUtf8()))
         ++failed;
     if (!simulator.end())
         ++failed;
@@ -85,21 +82,28 @@ int main(int argc, char *argv[])
         return 0;
     }
     stayOffScreen();
+    prepareScaling();
     QApplication application(argc, argv);
     prepareAppearance();
 
     const QCommandLineOption outputOption(QStringLiteral("output"),
                                           QStringLiteral("Folder for pictures and log."),
                                           QStringLiteral("folder"), QStringLiteral("build/tour"));
+    const QCommandLineOption languageOption(
+        QStringLiteral("language"), QStringLiteral("Of the console, as zh_CN; English without."),
+        QStringLiteral("language"));
     QCommandLineParser parser;
     parser.addHelpOption();
-    parser.addOption(outputOption);
+    parser.addOptions({outputOption, languageOption});
     parser.process(application);
+    const QString language = parser.value(languageOption);
+    if (!language.isEmpty())
+        useLanguage({language});
 
     const QDir output(parser.value(outputOption));
     if (!output.mkpath(QStringLiteral("."))) {
         QTextStream(stderr) << "Cannot make the folder " << output.path() << '\n';
         return 1;
     }
-    return takeTour(output);
+    return takeTour(output, language);
 }

@@ -1,0 +1,71 @@
+#include "tour/sourcetexts.h"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+bool SourceTexts::load(const QString &language)
+{
+    QFile file(QStringLiteral(":/translations/quirel_%1.ts").arg(language));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    QXmlStreamReader xml(&file);
+    QString source;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement())
+            continue;
+        if (xml.name() == QLatin1String("source"))
+            source = xml.readElementText();
+        else if (xml.name() == QLatin1String("translation"))
+            add(source, xml.readElementText());
+    }
+    std::stable_sort(forms.begin(), forms.end(), [](const Form &one, const Form &other) {
+        return one.shown.pattern().size() > other.shown.pattern().size();
+    });
+    return !xml.hasError();
+}
+
+void SourceTexts::add(const QString &source, const QString &translation)
+{
+    if (translation.isEmpty())
+        return;
+    const QRegularExpression placeholder(QStringLiteral("%[1-9]"));
+    QStringList order;
+    for (auto matches = placeholder.globalMatch(translation); matches.hasNext();)
+        order.append(matches.next().captured());
+    if (order.isEmpty()) {
+        plain.insert(translation, source);
+        return;
+    }
+    QStringList parts;
+    for (const QString &part : translation.split(placeholder))
+        parts.append(QRegularExpression::escape(part));
+    const QString pattern = parts.join(QStringLiteral("(.*)"));
+    forms.push_back(
+        {QRegularExpression(QRegularExpression::anchoredPattern(pattern)), order, source});
+}
+
+QString SourceTexts::sourceOf(const QString &shown) const
+{
+    if (forms.empty())
+        return shown;
+    if (!known.contains(shown))
+        known.insert(shown, plain.contains(shown) ? plain.value(shown) : filledIn(shown));
+    return known.value(shown);
+}
+
+QString SourceTexts::filledIn(const QString &shown) const
+{
+    for (const Form &form : forms) {
+        const QRegularExpressionMatch match = form.shown.match(shown);
+        if (!match.hasMatch())
+            continue;
+        QString source = form.source;
+        for (int i = 0; i < form.order.size(); ++i)
+            source.replace(form.order.at(i), match.captured(i + 1));
+        return source;
+    }
+    return shown;
+}
