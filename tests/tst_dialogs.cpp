@@ -1,23 +1,14 @@
 #include "app/appearance.h"
 #include "boxuser.h"
-#include "config/outputcfgdlg.h"
-#include "config/usercfgdlg.h"
-#include "config/vendorcfgdlg.h"
 #include "dialogrig.h"
-#include "dialogs/accessrecorddlg.h"
 #include "dialogs/adduserdlg.h"
-#include "dialogs/qrcodedialog.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "dialogs/setsysinfodlg.h"
-#include "widgets/elidingcombobox.h"
-#include "windowrig.h"
 
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QStyleOptionComboBox>
 #include <QtTest>
 
 class TestDialogs : public QObject
@@ -27,8 +18,6 @@ class TestDialogs : public QObject
 private slots:
     void initTestCase() { prepareAppearance(); }
     void cleanup() { remote().removeRecursively(); }
-    void showsAllOfItsTexts_data();
-    void showsAllOfItsTexts();
     void addsAUser_data();
     void addsAUser();
     void getsAnEmptyId_data();
@@ -68,90 +57,6 @@ QByteArray contentOf(const QString &path)
 }
 
 } // namespace
-
-void TestDialogs::showsAllOfItsTexts_data()
-{
-    QTest::addColumn<MakeWindow>("make");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QSize>("size");
-    const auto row = [](const char *tag, MakeWindow make, const char *title, QSize size = {}) {
-        QTest::newRow(tag) << make << title << size;
-    };
-    const MakeWindow makeMainWindow = [](Link * /*link*/) -> std::unique_ptr<QWidget> {
-        return std::make_unique<MainWindow>();
-    };
-    row("main-window", makeMainWindow, "Quirel");
-    row("add-user", makeDialog<AddUserDlg>, "Add User", {300, 185});
-    row("remote-enroll", makeDialog<RemoteEnrollDlg>, "Remote Features Enroll", {300, 100});
-    row("system-settings", makeDialog<setSysInfoDlg>, "System Settings", {440, 100});
-    row("parameters", makeDialog<OutputCfgDlg>, "Parameter Setting", {730, 600});
-    row("user-configuration", makeDialog<UserCfgDlg>, "User Config");
-    row("device-information", makeDialog<vendorCfgDlg>, "Device Info", {1000, 320});
-    row("access-records", makeDialog<AccessRecordDlg>, "Access Record Management", {370, 200});
-    row("qr-codes", makeDialog<QRCodeDialog>, "QR Code Recognit", {530, 340});
-}
-
-// Nothing is clipped, and nothing lies over something else.
-void TestDialogs::showsAllOfItsTexts()
-{
-    QFETCH(MakeWindow, make);
-    QFETCH(QSize, size);
-    const DialogRig rig(make);
-    const auto &window = rig.dialog;
-    QTEST(window->windowTitle(), "title");
-    QCOMPARE(window->minimumSize(), window->maximumSize());
-    if (size.isValid())
-        QCOMPARE(window->size(), size);
-
-    int texts = 0;
-    const auto check = [&](const QWidget *widget, const QString &text) {
-        const QFontMetrics metrics(widget->font());
-        QSize needed(metrics.horizontalAdvance(text.trimmed()), metrics.height());
-        if (widget->property("wordWrap").toBool())
-            needed = metrics.boundingRect(widget->rect(), Qt::TextWordWrap, text).size();
-        texts += text.isEmpty() ? 0 : 1;
-        QVERIFY2(needed.width() <= widget->width() && needed.height() <= widget->height(),
-                 qPrintable(text));
-    };
-    QSet<const QWidget *> named;
-    for (const QLabel *label : window->findChildren<QLabel *>()) {
-        check(label, label->text());
-        named.insert(label->buddy());
-    }
-    for (const QPushButton *button : window->findChildren<QPushButton *>())
-        check(button, button->text());
-    for (const QSpinBox *box : window->findChildren<QSpinBox *>()) {
-        check(box->findChild<QLineEdit *>(), QString::number(box->maximum()));
-        QVERIFY2(named.contains(box), qPrintable(box->objectName()));
-    }
-    for (const QComboBox *combo : window->findChildren<QComboBox *>()) {
-        QVERIFY2(named.contains(combo), qPrintable(combo->objectName()));
-        if (qobject_cast<const ElidingComboBox *>(combo))
-            continue;
-        QStyleOptionComboBox option;
-        option.initFrom(combo);
-        const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option,
-                                                           QStyle::SC_ComboBoxEditField, combo);
-        for (int i = 0; i < combo->count(); ++i)
-            QVERIFY2(combo->fontMetrics().horizontalAdvance(combo->itemText(i)) <= field.width(),
-                     qPrintable(combo->itemText(i)));
-    }
-    QVERIFY(texts >= 2);
-    for (const QWidget *widget : window->findChildren<QWidget *>()) {
-        const auto siblings =
-            widget->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
-        const bool arranged = widget->layout();
-        for (int i = 0; arranged && i < siblings.size(); ++i) {
-            if (!siblings[i]->isVisible())
-                continue;
-            QVERIFY2(widget->rect().contains(siblings[i]->geometry()),
-                     qPrintable(siblings[i]->objectName()));
-            for (int k = 0; k < i; ++k)
-                QVERIFY2(!siblings[i]->geometry().intersects(siblings[k]->geometry()),
-                         qPrintable(siblings[i]->objectName() + ' ' + siblings[k]->objectName()));
-        }
-    }
-}
 
 void TestDialogs::addsAUser_data()
 {

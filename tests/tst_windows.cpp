@@ -1,0 +1,368 @@
+#include "app/appearance.h"
+#include "app/finddialog.h"
+#include "app/imglabel.h"
+#include "app/language.h"
+#include "config/outputcfgdlg.h"
+#include "config/usercfgdlg.h"
+#include "config/vendorcfgdlg.h"
+#include "dialogrig.h"
+#include "dialogs/accessrecorddlg.h"
+#include "dialogs/adduserdlg.h"
+#include "dialogs/qrcodedialog.h"
+#include "dialogs/remoteenrolldlg.h"
+#include "dialogs/setsysinfodlg.h"
+#include "widgets/elidingcombobox.h"
+#include "widgets/screenfit.h"
+#include "windowrig.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QSpinBox>
+#include <QStyleFactory>
+#include <QStyleOptionComboBox>
+#include <QTranslator>
+#include <QtTest>
+
+/// What holds for every window, in every language.
+class TestWindows : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { prepareAppearance(); }
+    void cleanup();
+    void showsAllOfItsTexts_data() { listWindows(); }
+    void showsAllOfItsTexts();
+    void needsNoMouse_data() { listWindows(); }
+    void needsNoMouse();
+    void fitsASmallScreen_data() { listWindows(); }
+    void fitsASmallScreen();
+    void canBeReadInTheDark_data() { listWindows(); }
+    void canBeReadInTheDark();
+    void togglesInEveryLanguage_data();
+    void togglesInEveryLanguage();
+    void takesTheFirstLanguageItKnows_data();
+    void takesTheFirstLanguageItKnows();
+
+private:
+    static void listWindows();
+};
+
+namespace {
+
+std::unique_ptr<QWidget> makeMainWindow(Link * /*link*/)
+{
+    auto window = std::make_unique<MainWindow>();
+    QMetaObject::invokeMethod(window.get(), "enableConnAct");
+    return window;
+}
+
+std::unique_ptr<QWidget> makeFindDialog(Link *link)
+{
+    return std::make_unique<FindDialog>(&link->log);
+}
+
+/// What the operator can give the focus to, without what these are made of.
+QList<QWidget *> focusableIn(const QWidget *window)
+{
+    QList<QWidget *> found;
+    for (QWidget *widget : window->findChildren<QWidget *>()) {
+        const bool part = widget->objectName().startsWith("qt_") ||
+                          qobject_cast<QAbstractSpinBox *>(widget->parentWidget()) ||
+                          qobject_cast<QScrollArea *>(widget);
+        if ((widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() && widget->isEnabled() &&
+            !widget->focusProxy() && !part)
+            found.append(widget);
+    }
+    return found;
+}
+
+/// What the Tab key leads to, and shows, from the first control on.
+QSet<QWidget *> tabThrough(const QList<QWidget *> &controls)
+{
+    QSet<QWidget *> reached;
+    controls.first()->setFocus();
+    for (int i = 0; i < controls.size(); ++i) {
+        QWidget *focused = QApplication::focusWidget();
+        // A control of several fields takes the key to go on to the next one.
+        for (int field = 0; focused == QApplication::focusWidget() && field < 8; ++field)
+            QTest::keyClick(focused, Qt::Key_Tab);
+        if (!QApplication::focusWidget()->visibleRegion().isEmpty())
+            reached.insert(QApplication::focusWidget());
+    }
+    return reached;
+}
+
+QString accessibleName(QWidget *widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
+/// 1 for equal colours, 21 for black on white.
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto luminance = [](const QColor &color) {
+        const auto linear = [](double part) {
+            return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const double first = luminance(one) + 0.05;
+    const double second = luminance(other) + 0.05;
+    return qMax(first, second) / qMin(first, second);
+}
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(45, 45, 45));
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::Text, Qt::white);
+    palette.setColor(QPalette::WindowText, Qt::white);
+    palette.setColor(QPalette::ButtonText, Qt::white);
+    return palette;
+}
+
+} // namespace
+
+void TestWindows::cleanup()
+{
+    qDeleteAll(qApp->findChildren<QTranslator *>());
+    QApplication::setPalette(QPalette());
+}
+
+void TestWindows::listWindows()
+{
+    QTest::addColumn<MakeWindow>("make");
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QSize>("size");
+    const auto row = [](const char *tag, MakeWindow make, const char *title, QSize size = {}) {
+        QTest::newRow(tag) << make << "en-GB" << title << size;
+        QTest::newRow(qPrintable(QString(tag) + "-zh")) << make << "zh-CN" << QString() << size;
+    };
+    row("main-window", makeMainWindow, "Quirel");
+    row("add-user", makeDialog<AddUserDlg>, "Add User", {300, 185});
+    row("remote-enroll", makeDialog<RemoteEnrollDlg>, "Remote Features Enroll", {300, 100});
+    row("system-settings", makeDialog<setSysInfoDlg>, "System Settings", {440, 100});
+    row("parameters", makeDialog<OutputCfgDlg>, "Parameter Setting", {730, 600});
+    row("user-configuration", makeDialog<UserCfgDlg>, "User Config");
+    row("device-information", makeDialog<vendorCfgDlg>, "Device Info", {1000, 320});
+    row("access-records", makeDialog<AccessRecordDlg>, "Access Record Management", {370, 200});
+    row("qr-codes", makeDialog<QRCodeDialog>, "QR Code Recognit", {530, 340});
+    row("find", makeFindDialog, "Find in ");
+}
+
+// Nothing is clipped, and nothing lies over something else.
+void TestWindows::showsAllOfItsTexts()
+{
+    QFETCH(MakeWindow, make);
+    QFETCH(QString, language);
+    QFETCH(QString, title);
+    QFETCH(QSize, size);
+    useLanguage({language});
+    const DialogRig rig(make);
+    const auto &window = rig.dialog;
+    if (!title.isEmpty())
+        QCOMPARE(window->windowTitle(), title);
+    QCOMPARE(window->minimumSize(), window->maximumSize());
+    if (size.isValid())
+        QCOMPARE(window->size(), size);
+
+    int texts = 0;
+    const auto check = [&](const QWidget *widget, const QString &text) {
+        const QFontMetrics metrics(widget->font());
+        QSize needed(metrics.horizontalAdvance(text.trimmed()), metrics.height());
+        if (widget->property("wordWrap").toBool())
+            needed = metrics.boundingRect(widget->rect(), Qt::TextWordWrap, text).size();
+        texts += text.isEmpty() ? 0 : 1;
+        QVERIFY2(needed.width() <= widget->width() && needed.height() <= widget->height(),
+                 qPrintable(text));
+    };
+    for (const QLabel *label : window->findChildren<QLabel *>())
+        check(label, label->text());
+    for (const QPushButton *button : window->findChildren<QPushButton *>())
+        check(button, button->text());
+    for (const QGroupBox *group : window->findChildren<QGroupBox *>())
+        check(group, group->title());
+    for (const QSpinBox *box : window->findChildren<QSpinBox *>())
+        check(box->findChild<QLineEdit *>(), QString::number(box->maximum()));
+    for (const QComboBox *combo : window->findChildren<QComboBox *>()) {
+        if (qobject_cast<const ElidingComboBox *>(combo))
+            continue;
+        QStyleOptionComboBox option;
+        option.initFrom(combo);
+        const QRect field = combo->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                           QStyle::SC_ComboBoxEditField, combo);
+        for (int i = 0; i < combo->count(); ++i)
+            QVERIFY2(combo->fontMetrics().horizontalAdvance(combo->itemText(i)) <= field.width(),
+                     qPrintable(combo->itemText(i)));
+    }
+    QVERIFY(texts >= 2);
+    for (const QWidget *widget : window->findChildren<QWidget *>()) {
+        const auto siblings =
+            widget->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        const bool arranged = widget->layout();
+        for (int i = 0; arranged && i < siblings.size(); ++i) {
+            if (!siblings[i]->isVisible())
+                continue;
+            QVERIFY2(widget->rect().contains(siblings[i]->geometry()),
+                     qPrintable(siblings[i]->objectName()));
+            for (int k = 0; k < i; ++k)
+                QVERIFY2(!siblings[i]->geometry().intersects(siblings[k]->geometry()),
+                         qPrintable(siblings[i]->objectName() + ' ' + siblings[k]->objectName()));
+        }
+    }
+}
+
+// The Tab key leads through all controls and back, and each has a name for a screen reader.
+void TestWindows::needsNoMouse()
+{
+    QFETCH(MakeWindow, make);
+    QFETCH(QString, language);
+    useLanguage({language});
+    const DialogRig rig(make);
+    QVERIFY(QTest::qWaitForWindowActive(rig.dialog.get()));
+    const QList<QWidget *> controls = focusableIn(rig.dialog.get());
+    QVERIFY(controls.size() >= 2);
+    const QSet<QWidget *> reached = tabThrough(controls);
+    for (QWidget *control : controls) {
+        QVERIFY2(!accessibleName(control).trimmed().isEmpty(), qPrintable(control->objectName()));
+        QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
+    }
+    QCOMPARE(QApplication::focusWidget(), controls.first());
+    for (QWidget *picture : rig.dialog->findChildren<ImgLabel *>())
+        QVERIFY(!accessibleName(picture).isEmpty());
+}
+
+void TestWindows::fitsASmallScreen()
+{
+    QFETCH(MakeWindow, make);
+    QFETCH(QString, language);
+    useLanguage({language});
+    const DialogRig rig(make);
+    QVERIFY(QTest::qWaitForWindowActive(rig.dialog.get()));
+    QWidget *const window = rig.dialog.get();
+    auto *fit = window->findChild<ScreenFit *>();
+    if (!fit)
+        QSKIP("has no fixed size");
+    const QSize full = window->size();
+    const QList<QWidget *> controls = focusableIn(window);
+
+    fit->fitInto(full);
+    QCOMPARE(window->size(), full);
+    QVERIFY(!window->findChild<QScrollArea *>());
+
+    const QSize room(full.width() * 2 / 3, full.height() * 2 / 3);
+    fit->fitInto(room);
+    QCOMPARE(window->size(), room);
+    QCOMPARE(window->maximumSize(), room);
+    QTRY_COMPARE(focusableIn(window), controls);
+    const QSet<QWidget *> reached = tabThrough(controls);
+    for (QWidget *control : controls)
+        QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
+
+    fit->fitInto(full);
+    QCOMPARE(window->size(), full);
+    controls.first()->setFocus();
+    for (const QScrollArea *area : window->findChildren<QScrollArea *>())
+        QCOMPARE(area->widget()->size(), full);
+}
+
+void TestWindows::canBeReadInTheDark()
+{
+    QFETCH(MakeWindow, make);
+    QApplication::setPalette(darkPalette());
+    const DialogRig rig(make);
+    int seen = 0;
+    for (const QWidget *widget : rig.dialog->findChildren<QWidget *>()) {
+        if (!widget->isVisible() || !widget->isEnabled())
+            continue;
+        const QPalette &palette = widget->palette();
+        for (const auto &[text, ground] : {std::pair(QPalette::WindowText, QPalette::Window),
+                                           std::pair(QPalette::Text, QPalette::Base),
+                                           std::pair(QPalette::ButtonText, QPalette::Button)})
+            QVERIFY2(contrast(palette.color(text), palette.color(ground)) > 4.5,
+                     qPrintable(widget->objectName()));
+        ++seen;
+    }
+    QVERIFY(seen >= 2);
+}
+
+void TestWindows::togglesInEveryLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("english") << "en-GB";
+    QTest::newRow("chinese") << "zh-CN";
+}
+
+void TestWindows::togglesInEveryLanguage()
+{
+    QFETCH(QString, language);
+    useLanguage({language});
+    WindowRig rig;
+    const auto inIt = [](const char *text) { return MainWindow::tr(text); };
+    rig.click("closeBtnClickAct");
+    QCOMPARE(rig.lines("infoText"), QStringList());
+    QCOMPARE(rig.caption("openBtnClickAct"), inIt("Connect"));
+
+    rig.connectToPeer();
+    QCOMPARE(rig.caption("openBtnClickAct"), inIt("Refresh Connect"));
+    rig.expectAnnouncement();
+    rig.click("openWatchBtnClickAct");
+    QCOMPARE(rig.caption("openWatchBtnClickAct"), inIt("Stop Listening"));
+    rig.click("openWatchBtnClickAct");
+    QCOMPARE(rig.caption("openWatchBtnClickAct"), inIt("Start Listening"));
+
+    rig.servePictures();
+    for (const auto &[button, idle] : {std::pair("showRgbBtnClickAct", "Palmprint Preview"),
+                                       std::pair("showIrBtnClickAct", "Palm Vein Preview"),
+                                       std::pair("showMixBtnClickAct", "Joint Preview")}) {
+        QCOMPARE(rig.caption(button), inIt(idle));
+        rig.click(button);
+        QCOMPARE(rig.caption(button), inIt("Stop Collecting"));
+        rig.click(button);
+        QCOMPARE(rig.caption(button), inIt(idle));
+    }
+
+    // Of an enrollment that is refused; the caption stays, and the next click only brings back the
+    // preview's own.
+    rig.peer.expect({hex("EAC5 000006 04 01 00000001"), {hex("EAC5 000001 02")}});
+    rig.click("enrollBtnClickAct");
+    QCOMPARE(rig.caption("showIrBtnClickAct"), inIt("palm vein preview"));
+    rig.click("showIrBtnClickAct");
+    QCOMPARE(rig.caption("showIrBtnClickAct"), inIt("Palm Vein Preview"));
+
+    rig.click("closeBtnClickAct");
+    QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect")); // in any language
+    const QStringList lines = rig.lines("infoText");
+    rig.click("closeBtnClickAct");
+    QCOMPARE(rig.lines("infoText"), lines);
+}
+
+void TestWindows::takesTheFirstLanguageItKnows_data()
+{
+    QTest::addColumn<QStringList>("languages");
+    QTest::addColumn<bool>("chinese");
+    QTest::newRow("none") << QStringList() << false;
+    QTest::newRow("english-first") << QStringList{"en-US", "zh-CN"} << false;
+    QTest::newRow("unknown-first") << QStringList{"fr-FR", "zh-CN", "en-US"} << true;
+    QTest::newRow("script") << QStringList{"zh-Hans-CN"} << true;
+    QTest::newRow("traditional") << QStringList{"zh-TW"} << false;
+}
+
+void TestWindows::takesTheFirstLanguageItKnows()
+{
+    QFETCH(QStringList, languages);
+    QFETCH(bool, chinese);
+    useLanguage(languages);
+    QCOMPARE(MainWindow::tr("Disconnect") != "Disconnect", chinese);
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel") != "Cancel", chinese);
+}
+
+QTEST_MAIN(TestWindows)
+#include "tst_windows.moc"
