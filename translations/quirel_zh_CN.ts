@@ -2,6 +2,23 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>AboutAction</name>
+    <message>
+        <source>About %1</source>
+        <translation>关于 %1</translation>
+    </message>
+    <message>
+        <source>%1 %2
+Console for a palm-recognition access terminal
+
+Qt %3</source>
+        <translation>%1 %2
+掌纹掌静脉门禁设备控制台
+
+Qt %3</translation>
+    </message>
+</context>
+<context>
     <name>AccessRecordDlg</name>
     <message>
         <source>Access Record Management</source>
@@ -296,6 +313,60 @@
     <message>
         <source>Cfg file issued.</source>
         <translation>配置文件已下发。</translation>
+    </message>
+</context>
+<context>
+    <name>FindDialog</name>
+    <message>
+        <source>Match case</source>
+        <translation>区分大小写</translation>
+    </message>
+    <message>
+        <source>Find in %1</source>
+        <translation>在“%1”中查找</translation>
+    </message>
+    <message>
+        <source>Text to find</source>
+        <translation>查找内容</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>查找上一个</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>查找下一个</translation>
+    </message>
+    <message>
+        <source>Not found.</source>
+        <translation>未找到。</translation>
+    </message>
+</context>
+<context>
+    <name>LogView</name>
+    <message>
+        <source>Copy All</source>
+        <translation>全部复制</translation>
+    </message>
+    <message>
+        <source>Find…</source>
+        <translation>查找…</translation>
+    </message>
+    <message>
+        <source>Save As…</source>
+        <translation>另存为…</translation>
+    </message>
+    <message>
+        <source>Save Log</source>
+        <translation>保存日志</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt)</source>
+        <translation>文本文件 (*.txt)</translation>
+    </message>
+    <message>
+        <source>Fail to save the log：%1</source>
+        <translation>日志保存失败：%1</translation>
     </message>
 </context>
 <context>
@@ -783,6 +854,56 @@
     <message>
         <source>Feature file importing succeeded.</source>
         <translation>特征文件导入成功。</translation>
+    </message>
+    <message>
+        <source>not connected</source>
+        <translation>未连接</translation>
+    </message>
+    <message>
+        <source>looking up the address</source>
+        <translation>正在解析地址</translation>
+    </message>
+    <message>
+        <source>connecting</source>
+        <translation>正在连接</translation>
+    </message>
+    <message>
+        <source>connected</source>
+        <translation>已连接</translation>
+    </message>
+    <message>
+        <source>bound to an address</source>
+        <translation>已绑定地址</translation>
+    </message>
+    <message>
+        <source>listening</source>
+        <translation>正在监听</translation>
+    </message>
+    <message>
+        <source>closing</source>
+        <translation>正在关闭</translation>
+    </message>
+    <message>
+        <source>none yet</source>
+        <translation>暂无</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>Socket: %1
+Last reply: %2</source>
+        <translation>套接字：%1
+上次应答：%2</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels
+%3 frames/s
+%4 MB/s</source>
+        <translation>%1 × %2 像素
+%3 帧/秒
+%4 MB/s</translation>
     </message>
 </context>
 <context>
