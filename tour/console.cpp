@@ -67,12 +67,12 @@ bool Console::isUsable(const char *control) const
 
 QString Console::caption(const char *button) const
 {
-    return sourceTexts.sourceOf(find<QPushButton>(button)->text());
+    return sourceTexts.sourcesOf(find<QPushButton>(button)->text()).first();
 }
 
 QString Console::labelText(const char *label) const
 {
-    return sourceTexts.sourceOf(find<QLabel>(label)->text());
+    return sourceTexts.sourcesOf(find<QLabel>(label)->text()).first();
 }
 
 QImage Console::picture(const char *name) const
@@ -82,9 +82,10 @@ QImage Console::picture(const char *name) const
 
 QStringList Console::lines(const char *log, int from) const
 {
-    QStringList lines = find<QTextEdit>(log)->toPlainText().split(QLatin1Char('\n')).mid(from);
-    for (QString &line : lines)
-        line = sourceTexts.sourceOf(line);
+    QStringList lines;
+    for (const QString &line :
+         find<QTextEdit>(log)->toPlainText().split(QLatin1Char('\n')).mid(from))
+        lines.append(sourceTexts.sourcesOf(line));
     return lines;
 }
 
@@ -113,7 +114,8 @@ QString Console::logs() const
 void Console::beginStep(const QString &path)
 {
     picturePath = path;
-    linesBefore = find<QTextEdit>("infoText")->toPlainText().isEmpty() ? 0 : infoLines().size();
+    const QTextDocument *log = find<QTextEdit>("infoText")->document();
+    linesBefore = log->isEmpty() ? 0 : log->blockCount();
 }
 
 bool Console::savePicture()

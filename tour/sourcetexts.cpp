@@ -5,8 +5,15 @@
 
 #include <algorithm>
 
+// The macro wants the global namespace.
+static void initResources()
+{
+    Q_INIT_RESOURCE(translations);
+}
+
 bool SourceTexts::load(const QString &language)
 {
+    initResources();
     QFile file(QStringLiteral(":/translations/quirel_%1.ts").arg(language));
     if (!file.open(QIODevice::ReadOnly))
         return false;
@@ -47,25 +54,31 @@ void SourceTexts::add(const QString &source, const QString &translation)
         {QRegularExpression(QRegularExpression::anchoredPattern(pattern)), order, source});
 }
 
-QString SourceTexts::sourceOf(const QString &shown) const
+QStringList SourceTexts::sourcesOf(const QString &shown) const
 {
     if (forms.empty())
-        return shown;
+        return {shown};
     if (!known.contains(shown))
-        known.insert(shown, plain.contains(shown) ? plain.value(shown) : filledIn(shown));
+        known.insert(shown, plain.contains(shown) ? plain.values(shown) : filledIn(shown));
     return known.value(shown);
 }
 
-QString SourceTexts::filledIn(const QString &shown) const
+/// With the sources of what stands for the placeholders, which may be texts themselves.
+QStringList SourceTexts::filledIn(const QString &shown) const
 {
+    QStringList sources;
+    QString pattern;
     for (const Form &form : forms) {
         const QRegularExpressionMatch match = form.shown.match(shown);
-        if (!match.hasMatch())
+        if (!match.hasMatch() || (!pattern.isEmpty() && pattern != form.shown.pattern()))
             continue;
+        pattern = form.shown.pattern();
         QString source = form.source;
-        for (int i = 0; i < form.order.size(); ++i)
-            source.replace(form.order.at(i), match.captured(i + 1));
-        return source;
+        for (int i = 0; i < form.order.size(); ++i) {
+            const QString part = match.captured(i + 1);
+            source.replace(form.order.at(i), plain.value(part, part));
+        }
+        sources.append(source);
     }
-    return shown;
+    return sources.isEmpty() ? QStringList(shown) : sources;
 }

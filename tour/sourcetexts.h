@@ -13,8 +13,9 @@ public:
     /// Knows the texts of one language besides, as "zh_CN". False if there are none.
     bool load(const QString &language);
 
-    /// The text itself where it is none of those.
-    QString sourceOf(const QString &shown) const;
+    /// More than one where texts are spelt differently in the code only; the text itself where it is
+    /// none of those.
+    QStringList sourcesOf(const QString &shown) const;
 
 private:
     struct Form
@@ -25,9 +26,9 @@ private:
     };
 
     void add(const QString &source, const QString &translation);
-    QString filledIn(const QString &shown) const;
+    QStringList filledIn(const QString &shown) const;
 
-    QHash<QString, QString> plain;
+    QMultiHash<QString, QString> plain;
     std::vector<Form> forms; ///< the longest first
-    mutable QHash<QString, QString> known;
+    mutable QHash<QString, QStringList> known;
 };
