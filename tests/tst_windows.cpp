@@ -1,19 +1,10 @@
 #include "app/appearance.h"
-#include "app/finddialog.h"
 #include "app/imglabel.h"
 #include "app/language.h"
-#include "config/outputcfgdlg.h"
-#include "config/usercfgdlg.h"
-#include "config/vendorcfgdlg.h"
-#include "dialogrig.h"
-#include "dialogs/accessrecorddlg.h"
-#include "dialogs/adduserdlg.h"
-#include "dialogs/qrcodedialog.h"
-#include "dialogs/remoteenrolldlg.h"
-#include "dialogs/setsysinfodlg.h"
 #include "widgets/elidingcombobox.h"
 #include "widgets/screenfit.h"
 #include "windowrig.h"
+#include "windowwalk.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -53,49 +44,6 @@ private:
 };
 
 namespace {
-
-std::unique_ptr<QWidget> makeMainWindow(Link * /*link*/)
-{
-    auto window = std::make_unique<MainWindow>();
-    QMetaObject::invokeMethod(window.get(), "enableConnAct");
-    return window;
-}
-
-std::unique_ptr<QWidget> makeFindDialog(Link *link)
-{
-    return std::make_unique<FindDialog>(&link->log);
-}
-
-/// What the operator can give the focus to, without what these are made of.
-QList<QWidget *> focusableIn(const QWidget *window)
-{
-    QList<QWidget *> found;
-    for (QWidget *widget : window->findChildren<QWidget *>()) {
-        const bool part = widget->objectName().startsWith("qt_") ||
-                          qobject_cast<QAbstractSpinBox *>(widget->parentWidget()) ||
-                          qobject_cast<QScrollArea *>(widget);
-        if ((widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() && widget->isEnabled() &&
-            !widget->focusProxy() && !part)
-            found.append(widget);
-    }
-    return found;
-}
-
-/// What the Tab key leads to, and shows, from the first control on.
-QSet<QWidget *> tabThrough(const QList<QWidget *> &controls)
-{
-    QSet<QWidget *> reached;
-    controls.first()->setFocus();
-    for (int i = 0; i < controls.size(); ++i) {
-        QWidget *focused = QApplication::focusWidget();
-        // A control of several fields takes the key to go on to the next one.
-        for (int field = 0; focused == QApplication::focusWidget() && field < 8; ++field)
-            QTest::keyClick(focused, Qt::Key_Tab);
-        if (!QApplication::focusWidget()->visibleRegion().isEmpty())
-            reached.insert(QApplication::focusWidget());
-    }
-    return reached;
-}
 
 QString accessibleName(QWidget *widget)
 {
@@ -141,20 +89,11 @@ void TestWindows::listWindows()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QSize>("size");
-    const auto row = [](const char *tag, MakeWindow make, const char *title, QSize size = {}) {
-        QTest::newRow(tag) << make << "en-GB" << title << size;
-        QTest::newRow(qPrintable(QString(tag) + "-zh")) << make << "zh-CN" << QString() << size;
-    };
-    row("main-window", makeMainWindow, "Quirel");
-    row("add-user", makeDialog<AddUserDlg>, "Add User", {300, 185});
-    row("remote-enroll", makeDialog<RemoteEnrollDlg>, "Remote Features Enroll", {300, 100});
-    row("system-settings", makeDialog<setSysInfoDlg>, "System Settings", {440, 100});
-    row("parameters", makeDialog<OutputCfgDlg>, "Parameter Setting", {730, 600});
-    row("user-configuration", makeDialog<UserCfgDlg>, "User Config");
-    row("device-information", makeDialog<vendorCfgDlg>, "Device Info", {1000, 320});
-    row("access-records", makeDialog<AccessRecordDlg>, "Access Record Management", {370, 200});
-    row("qr-codes", makeDialog<QRCodeDialog>, "QR Code Recognit", {530, 340});
-    row("find", makeFindDialog, "Find in ");
+    for (const WindowKind &kind : windowKinds()) {
+        QTest::newRow(kind.name) << kind.make << "en-GB" << kind.title << kind.size;
+        const QString chinese = QString(kind.name) + "-zh";
+        QTest::newRow(qPrintable(chinese)) << kind.make << "zh-CN" << QString() << kind.size;
+    }
 }
 
 // Nothing is clipped, and nothing lies over something else.

@@ -1,0 +1,81 @@
+#include "app/appearance.h"
+#include "windowrig.h"
+#include "windowwalk.h"
+
+#include <QIcon>
+#include <QLabel>
+#include <QScreen>
+#include <QScrollArea>
+#include <QWindow>
+#include <QtTest>
+
+/// On a real screen, if without anybody before it. SCREEN_FITS tells whether the main window has
+/// room on it, SCREEN_SCALE its scale.
+class TestScreens : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { prepareAppearance(); }
+    void scales();
+    void showsAllOfAWindow_data();
+    void showsAllOfAWindow();
+};
+
+void TestScreens::scales()
+{
+    WindowRig rig;
+    rig.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&rig.window));
+    const double scale = qEnvironmentVariable("SCREEN_SCALE").toDouble();
+    QCOMPARE(rig.window.devicePixelRatioF(), scale);
+    const QPixmap icon = QApplication::windowIcon().pixmap(rig.window.windowHandle(), {32, 32});
+    QCOMPARE(icon.width(), qRound(32 * scale));
+
+    // Nothing of a frame is left out where the screen has the pixels for it.
+    rig.servePictures();
+    rig.connectToPeer();
+    rig.click("showRgbBtnClickAct");
+    auto *picture = rig.find<QLabel>("rgbImgLabel");
+    QTRY_COMPARE(picture->pixmap(Qt::ReturnByValue).size(),
+                 scale > 1 ? QSize(540, 720) : QSize(360, 480));
+    QCOMPARE(picture->size(), QSize(360, 480));
+}
+
+void TestScreens::showsAllOfAWindow_data()
+{
+    QTest::addColumn<MakeWindow>("make");
+    for (const WindowKind &kind : windowKinds())
+        QTest::newRow(kind.name) << kind.make;
+}
+
+void TestScreens::showsAllOfAWindow()
+{
+    QFETCH(MakeWindow, make);
+    const DialogRig rig(make);
+    QWidget *const window = rig.dialog.get();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    const QRect available = window->screen()->availableGeometry();
+    QTRY_VERIFY(available.contains(window->frameGeometry()));
+    if (qobject_cast<MainWindow *>(window)) {
+        const bool fits = qEnvironmentVariableIntValue("SCREEN_FITS") == 1;
+        QCOMPARE(window->findChildren<QScrollArea *>().isEmpty(), fits);
+        if (fits)
+            QCOMPARE(window->size(), window->sizeHint());
+    }
+    QTRY_VERIFY(focusableIn(window).size() >= 2); // what has moved is shown with the next events
+    const QList<QWidget *> controls = focusableIn(window);
+    const QSet<QWidget *> reached = tabThrough(controls);
+    for (QWidget *control : controls)
+        QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
+}
+
+int main(int argc, char *argv[])
+{
+    prepareScaling();
+    QApplication application(argc, argv);
+    TestScreens test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_screens.moc"

@@ -1,0 +1,79 @@
+#include "windowwalk.h"
+
+#include "app/finddialog.h"
+#include "app/mainwindow.h"
+#include "config/outputcfgdlg.h"
+#include "config/usercfgdlg.h"
+#include "config/vendorcfgdlg.h"
+#include "dialogs/accessrecorddlg.h"
+#include "dialogs/adduserdlg.h"
+#include "dialogs/qrcodedialog.h"
+#include "dialogs/remoteenrolldlg.h"
+#include "dialogs/setsysinfodlg.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QtTest>
+
+namespace {
+
+constexpr int MostFields = 8; // that a control is made of
+
+std::unique_ptr<QWidget> makeMainWindow(Link * /*link*/)
+{
+    auto window = std::make_unique<MainWindow>();
+    QMetaObject::invokeMethod(window.get(), "enableConnAct");
+    return window;
+}
+
+std::unique_ptr<QWidget> makeFindDialog(Link *link)
+{
+    return std::make_unique<FindDialog>(&link->log);
+}
+
+} // namespace
+
+const QList<WindowKind> &windowKinds()
+{
+    static const QList<WindowKind> kinds{
+        {"main-window", makeMainWindow, "Quirel"},
+        {"add-user", makeDialog<AddUserDlg>, "Add User", {300, 185}},
+        {"remote-enroll", makeDialog<RemoteEnrollDlg>, "Remote Features Enroll", {300, 100}},
+        {"system-settings", makeDialog<setSysInfoDlg>, "System Settings", {440, 100}},
+        {"parameters", makeDialog<OutputCfgDlg>, "Parameter Setting", {730, 600}},
+        {"user-configuration", makeDialog<UserCfgDlg>, "User Config"},
+        {"device-information", makeDialog<vendorCfgDlg>, "Device Info", {1000, 320}},
+        {"access-records", makeDialog<AccessRecordDlg>, "Access Record Management", {370, 200}},
+        {"qr-codes", makeDialog<QRCodeDialog>, "QR Code Recognit", {530, 340}},
+        {"find", makeFindDialog, "Find in "},
+    };
+    return kinds;
+}
+
+QList<QWidget *> focusableIn(const QWidget *window)
+{
+    QList<QWidget *> found;
+    for (QWidget *widget : window->findChildren<QWidget *>()) {
+        const bool part = widget->objectName().startsWith("qt_") ||
+                          qobject_cast<QAbstractSpinBox *>(widget->parentWidget());
+        if ((widget->focusPolicy() & Qt::TabFocus) && widget->isVisible() && widget->isEnabled() &&
+            !widget->focusProxy() && !part)
+            found.append(widget);
+    }
+    return found;
+}
+
+QSet<QWidget *> tabThrough(const QList<QWidget *> &controls)
+{
+    QSet<QWidget *> reached;
+    controls.first()->setFocus();
+    for (int i = 0; i < controls.size(); ++i) {
+        QWidget *focused = QApplication::focusWidget();
+        // A control of several fields takes the key to go on to the next one.
+        for (int field = 0; focused == QApplication::focusWidget() && field < MostFields; ++field)
+            QTest::keyClick(focused, Qt::Key_Tab);
+        if (!QApplication::focusWidget()->visibleRegion().isEmpty())
+            reached.insert(QApplication::focusWidget());
+    }
+    return reached;
+}
