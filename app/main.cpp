@@ -1,6 +1,7 @@
 #include "app/appearance.h"
 #include "app/language.h"
 #include "app/mainwindow.h"
+#include "version.h"
 
 #include <QApplication>
 
@@ -9,7 +10,7 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationDomain(QStringLiteral("kovant.example"));
     QCoreApplication::setOrganizationName(QStringLiteral("Kovant"));
     QCoreApplication::setApplicationName(QStringLiteral("Quirel"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("V1.0"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_APPLICATION_VERSION));
 
     prepareScaling();
     QApplication application(argc, argv);

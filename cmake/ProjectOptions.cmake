@@ -6,7 +6,8 @@ option(QUIREL_WERROR "Treat warnings as errors" OFF)
 add_library(quirel_options INTERFACE)
 target_compile_definitions(quirel_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
                                                     QT_NO_URL_CAST_FROM_STRING)
-target_include_directories(quirel_options INTERFACE ${PROJECT_SOURCE_DIR})
+configure_file(${CMAKE_CURRENT_LIST_DIR}/version.h.in ${PROJECT_BINARY_DIR}/generated/version.h @ONLY)
+target_include_directories(quirel_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
 
 if(MSVC)
     target_compile_options(quirel_options INTERFACE /utf-8 /W4 $<$<BOOL:${QUIREL_WERROR}>:/WX>)

@@ -1,5 +1,6 @@
 #include "simulator/commandline.h"
 #include "simulator/terminal.h"
+#include "version.h"
 
 #include <QCoreApplication>
 
