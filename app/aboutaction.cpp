@@ -1,6 +1,7 @@
 #include "app/aboutaction.h"
 
-#include <QCoreApplication>
+#include "version.h"
+
 #include <QMessageBox>
 
 AboutAction::AboutAction(QWidget *describedWindow)
@@ -14,8 +15,8 @@ AboutAction::AboutAction(QWidget *describedWindow)
 
 void AboutAction::tell()
 {
-    QMessageBox::about(window, text(),
-                       tr("%1 %2\nConsole for a palm-recognition access terminal\n\nQt %3")
-                           .arg(window->windowTitle(), QCoreApplication::applicationVersion(),
-                                QLatin1String(qVersion())));
+    QMessageBox::about(
+        window, text(),
+        tr("%1 %2\nConsole for a palm-recognition access terminal\n\nQt %3")
+            .arg(window->windowTitle(), QStringLiteral(QUIREL_VERSION), QLatin1String(qVersion())));
 }

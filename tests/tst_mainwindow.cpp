@@ -1,3 +1,5 @@
+#include "boxuser.h"
+#include "version.h"
 #include "widgets/controls.h"
 #include "widgets/elidingcombobox.h"
 #include "windowrig.h"
@@ -6,6 +8,7 @@
 #include <QGroupBox>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QMetaMethod>
 #include <QSpinBox>
 #include <QStyleFactory>
@@ -20,6 +23,7 @@ private slots:
     void hasItsSlotsInOrder();
     void startsUnconnected();
     void leadsTheTabKey();
+    void tellsItsVersion();
     void showsWhatHasNoRoom();
     void connects();
     void reconnectsWhileListening();
@@ -96,6 +100,17 @@ void TestMainWindow::leadsTheTabKey()
     way.removeDuplicates();
     QCOMPARE(way, (QStringList{"Device Connect", "Video Control", "", "User Operation", "Settings",
                                "Message Listening", "Hint"}));
+}
+
+void TestMainWindow::tellsItsVersion()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QString text;
+    const BoxUser user([&](QWidget *box) { text = qobject_cast<QMessageBox *>(box)->text(); });
+    QTest::keyClick(&window, Qt::Key_F1);
+    QVERIFY2(text.startsWith("Quirel " QUIREL_VERSION "\n"), qPrintable(text));
 }
 
 void TestMainWindow::showsWhatHasNoRoom()
