@@ -20,7 +20,7 @@ constexpr QSize ButtonSize(120, 45);
 constexpr int DefaultPort = 20086;
 
 // What the Connect button reads after a connection, in every language.
-constexpr QLatin1String UnconnectedCaption("Connect");
+const QString UnconnectedCaption = QStringLiteral("Connect");
 
 } // namespace
 
