@@ -17,8 +17,8 @@ namespace {
 QSize frameOf(const QWidget *window)
 {
     const QSize frame = window->frameSize() - window->size();
-    if (!frame.isEmpty())
-        return frame;
+    if (!frame.isNull())
+        return frame; // some have no sides
     const int border = window->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
     return {2 * border, window->style()->pixelMetric(QStyle::PM_TitleBarHeight) + border};
 }
@@ -62,6 +62,8 @@ void ScreenFit::fitScreen()
     if (!hasDisplay())
         return;
     const QScreen *screen = window->screen();
+    if (!screen)
+        return; // all are switched off
     connect(screen, SIGNAL(availableGeometryChanged(QRect)), this, SLOT(fitScreen()),
             Qt::UniqueConnection);
     if (const QWindow *handle = window->windowHandle())
