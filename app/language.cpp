@@ -20,6 +20,8 @@ bool install(const QLocale &locale, const char *texts)
 
 void useLanguage(const QStringList &languages)
 {
+    // The terminal, and names of files, take no other digits.
+    QLocale::setDefault(QLocale::c());
     for (const QString &language : languages) {
         const QLocale locale(language);
         if (locale.language() == QLocale::English)

@@ -38,6 +38,7 @@ private slots:
     void togglesInEveryLanguage();
     void takesTheFirstLanguageItKnows_data();
     void takesTheFirstLanguageItKnows();
+    void writesTheSameDigitsEverywhere();
 
 private:
     static void listWindows();
@@ -81,6 +82,7 @@ void TestWindows::cleanup()
 {
     qDeleteAll(qApp->findChildren<QTranslator *>());
     QApplication::setPalette(QPalette());
+    QLocale::setDefault(QLocale::system());
 }
 
 void TestWindows::listWindows()
@@ -301,6 +303,15 @@ void TestWindows::takesTheFirstLanguageItKnows()
     useLanguage(languages);
     QCOMPARE(MainWindow::tr("Disconnect") != "Disconnect", chinese);
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel") != "Cancel", chinese);
+}
+
+void TestWindows::writesTheSameDigitsEverywhere()
+{
+    QLocale::setDefault(QLocale("ar-EG"));
+    useLanguage({"ar-EG"});
+    WindowRig rig;
+    rig.connectToPeer(); // to the port in the box
+    QCOMPARE(QDate(2026, 1, 2).toString("yyMMdd"), QString("260102"));
 }
 
 QTEST_MAIN(TestWindows)
