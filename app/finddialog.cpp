@@ -14,7 +14,7 @@ constexpr int EditWidth = 260;
 } // namespace
 
 FindDialog::FindDialog(QTextEdit *searchedLog)
-    : QDialog(searchedLog),
+    : QDialog(searchedLog->window()), // the log may become unusable while this is open
       log(searchedLog),
       findEdit(new QLineEdit),
       caseCheckBox(new QCheckBox(tr("Match case"))),
@@ -80,6 +80,8 @@ void FindDialog::find(QTextDocument::FindFlags direction)
         found = lines->find(text, end, flags);
     }
     resultLabel->setText(found.isNull() ? tr("Not found.") : QString());
-    if (!found.isNull())
-        log->setTextCursor(found);
+    if (found.isNull())
+        return;
+    found.setKeepPositionOnInsert(true); // or a line that arrives would belong to what is found
+    log->setTextCursor(found);
 }

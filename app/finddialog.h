@@ -8,7 +8,7 @@ class QLabel;
 class QLineEdit;
 class QTextEdit;
 
-/// Finds a text in a log, which is this dialog's parent; the window stays usable meanwhile. From an
+/// Finds a text in a log, whose window is this dialog's parent and stays usable meanwhile. From an
 /// end of the log the search goes on at the other one.
 class FindDialog : public QDialog
 {

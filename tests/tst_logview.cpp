@@ -23,6 +23,7 @@ private slots:
     void copiesAll();
     void finds_data();
     void finds();
+    void findsWhatArrivesMeanwhile();
     void savesWithTimes();
     void tellsWhatCouldNotBeSaved();
 };
@@ -107,6 +108,24 @@ void TestLogView::finds()
         QCOMPARE(dialog->findChild<QLabel *>("findResultLabel")->text(),
                  QString(found ? "" : "Not found."));
     }
+}
+
+void TestLogView::findsWhatArrivesMeanwhile()
+{
+    QWidget window;
+    auto *log = new LogView(&window);
+    textlog::append(log, "palm");
+    action(*log, "Find…")->trigger();
+    log->setEnabled(false);
+    auto *dialog = window.findChild<FindDialog *>();
+    QVERIFY(dialog->isEnabled());
+    dialog->findChild<QLineEdit *>("findEdit")->setText("palm");
+    auto *next = dialog->findChild<QPushButton *>("findNextBtnClickAct");
+    next->click();
+    textlog::append(log, "palm 2");
+    QCOMPARE(log->textCursor().selectedText(), QString("palm"));
+    next->click();
+    QCOMPARE(log->textCursor().blockNumber(), 1);
 }
 
 void TestLogView::savesWithTimes()
