@@ -66,6 +66,24 @@ double contrast(const QColor &one, const QColor &other)
     return qMax(first, second) / qMin(first, second);
 }
 
+/// Whether the wheel changes a value, turned down and up over each.
+bool changesByWheel(const QWidget *window)
+{
+    for (QWidget *widget : window->findChildren<QWidget *>()) {
+        const char *value = widget->inherits("QComboBox")          ? "currentText"
+                            : widget->inherits("QAbstractSpinBox") ? "text"
+                                                                   : "objectName";
+        for (const int turn : {-120, 120}) {
+            const QVariant before = widget->property(value);
+            QWheelEvent event({}, {}, {}, {0, turn}, {}, {}, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(widget, &event);
+            if (widget->property(value) != before)
+                return true;
+        }
+    }
+    return false;
+}
+
 QPalette darkPalette()
 {
     QPalette palette(QColor(45, 45, 45));
@@ -193,6 +211,7 @@ void TestWindows::fitsASmallScreen()
         return; // it is as large as its content, and small
     const QSize full = window->size();
     const QList<QWidget *> controls = focusableIn(window);
+    const bool turnsAtFullSize = changesByWheel(window);
 
     fit->fitInto(full);
     QCOMPARE(window->size(), full);
@@ -203,12 +222,14 @@ void TestWindows::fitsASmallScreen()
     QCOMPARE(window->size(), room);
     QCOMPARE(window->maximumSize(), room);
     QTRY_COMPARE(focusableIn(window), controls);
+    QVERIFY(!changesByWheel(window));
     const QSet<QWidget *> reached = tabThrough(controls);
     for (QWidget *control : controls)
         QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
 
     fit->fitInto(full);
     QCOMPARE(window->size(), full);
+    QCOMPARE(changesByWheel(window), turnsAtFullSize);
     controls.first()->setFocus();
     for (const QScrollArea *area : window->findChildren<QScrollArea *>())
         QCOMPARE(area->widget()->size(), full);

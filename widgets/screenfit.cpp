@@ -1,5 +1,7 @@
 #include "widgets/screenfit.h"
 
+#include <QAbstractSpinBox>
+#include <QComboBox>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QLayout>
@@ -30,6 +32,12 @@ bool hasDisplay()
     return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
 }
 
+bool changesByWheel(const QWidget *widget)
+{
+    return qobject_cast<const QAbstractSpinBox *>(widget) ||
+           qobject_cast<const QComboBox *>(widget);
+}
+
 /// Those that no layout holds.
 void moveChildren(QWidget *window, QWidget *content, const QWidget *except)
 {
@@ -52,8 +60,13 @@ ScreenFit::ScreenFit(QWidget *fittedWindow)
 /// Before a window is shown, and when its frame has become known.
 bool ScreenFit::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Polish || event->type() == QEvent::WindowActivate)
-        fitScreen();
+    if (watched == window) {
+        if (event->type() == QEvent::Polish || event->type() == QEvent::WindowActivate)
+            fitScreen();
+    } else if (event->type() == QEvent::Wheel && window->size() != fullSize) {
+        event->ignore(); // for the area around it
+        return true;
+    }
     return QObject::eventFilter(watched, event);
 }
 
@@ -112,6 +125,11 @@ void ScreenFit::makeScrollable()
         layout->addWidget(area);
     }
     area->widget()->setMinimumSize(fullSize);
+    // Who scrolls means none of the values that come under the pointer.
+    for (QWidget *widget : area->widget()->findChildren<QWidget *>()) {
+        if (changesByWheel(widget))
+            widget->installEventFilter(this);
+    }
     if (focused)
         focused->setFocus();
     QMetaObject::invokeMethod(this, "showFocused", Qt::QueuedConnection); // once it is laid out

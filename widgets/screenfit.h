@@ -6,7 +6,8 @@
 class QWidget;
 
 /// Keeps a window of fixed size usable on a screen that is smaller: there it is made to fit, and
-/// its content scrolls. Nothing changes where it fits. Belongs to its window.
+/// its content scrolls; the mouse's wheel then changes no values. Nothing changes where it fits.
+/// Belongs to its window.
 class ScreenFit : public QObject
 {
     Q_OBJECT
