@@ -77,16 +77,32 @@ void ScreenFit::fitScreen()
     const QScreen *screen = window->screen();
     if (!screen)
         return; // all are switched off
-    connect(screen, SIGNAL(availableGeometryChanged(QRect)), this, SLOT(fitScreen()),
+    connect(screen, SIGNAL(availableGeometryChanged(QRect)), this, SLOT(fitChangedScreen()),
             Qt::UniqueConnection);
     if (const QWindow *handle = window->windowHandle())
         connect(handle, SIGNAL(screenChanged(QScreen *)), this, SLOT(fitScreen()),
                 Qt::UniqueConnection);
-    const QRect available = screen->availableGeometry();
     const QSize before = window->size();
-    fitInto(available.size() - frameOf(window));
+    fitInto(screen->availableGeometry().size() - frameOf(window));
     if (window->size() != before && !window->parentWidget())
-        window->move(available.topLeft());
+        moveIntoScreen();
+}
+
+/// What the operator has moved out of a screen is left there; what a change of it cuts off is not.
+void ScreenFit::fitChangedScreen()
+{
+    fitScreen();
+    if (window->isVisible() && window->screen())
+        moveIntoScreen();
+}
+
+void ScreenFit::moveIntoScreen()
+{
+    const QRect available = window->screen()->availableGeometry();
+    const QSize size = window->size() + frameOf(window);
+    const QPoint last = available.bottomRight() - QPoint(size.width() - 1, size.height() - 1);
+    window->move(qMax(available.left(), qMin(window->x(), last.x())),
+                 qMax(available.top(), qMin(window->y(), last.y())));
 }
 
 void ScreenFit::fitInto(QSize room)

@@ -22,10 +22,12 @@ public:
 
 private slots:
     void fitScreen();
+    void fitChangedScreen();
     void showFocused();
 
 private:
     void makeScrollable();
+    void moveIntoScreen();
 
     QWidget *window;
     QSize fullSize; ///< invalid until the content scrolls
