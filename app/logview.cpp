@@ -40,6 +40,15 @@ void LogView::contextMenuEvent(QContextMenuEvent *event)
     menu->exec(event->globalPos());
 }
 
+/// Without a connection the messages cannot be used, but leave the window all the same.
+bool LogView::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ContextMenu || isEnabled())
+        return QTextEdit::viewportEvent(event);
+    contextMenuEvent(static_cast<QContextMenuEvent *>(event));
+    return true;
+}
+
 void LogView::copyAll()
 {
     QGuiApplication::clipboard()->setText(toPlainText());
@@ -54,9 +63,10 @@ void LogView::openFind()
 
 void LogView::saveAs()
 {
-    const QString path = QFileDialog::getSaveFileName(
-        this, tr("Save Log"), QCoreApplication::applicationDirPath() + QStringLiteral("/log.txt"),
-        tr("Text files (*.txt)"));
+    const QString path = QFileDialog::getSaveFileName(window(), tr("Save Log"),
+                                                      QCoreApplication::applicationDirPath() +
+                                                          QStringLiteral("/log.txt"),
+                                                      tr("Text files (*.txt)"));
     if (!path.isEmpty() && !writeWholeFile(path, textlog::timedText(this).toUtf8()))
         textlog::append(this, tr("Fail to save the log：%1").arg(path));
 }

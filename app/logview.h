@@ -15,6 +15,7 @@ public:
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private slots:
     void copyAll();

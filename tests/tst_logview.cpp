@@ -19,6 +19,7 @@ class TestLogView : public QObject
     Q_OBJECT
 
 private slots:
+    void offersMoreThanQtDoes_data();
     void offersMoreThanQtDoes();
     void copiesAll();
     void finds_data();
@@ -47,9 +48,18 @@ QByteArray contentOf(const QString &path)
 
 } // namespace
 
+void TestLogView::offersMoreThanQtDoes_data()
+{
+    QTest::addColumn<bool>("enabled");
+    QTest::newRow("connected") << true;
+    QTest::newRow("disconnected") << false;
+}
+
 void TestLogView::offersMoreThanQtDoes()
 {
+    QFETCH(bool, enabled);
     LogView log;
+    log.setEnabled(enabled);
     log.show();
     textlog::append(&log, "line");
     QStringList texts;
