@@ -13,8 +13,8 @@ public:
     /// Knows the texts of one language besides, as "zh_CN". False if there are none.
     bool load(const QString &language);
 
-    /// More than one where texts are spelt differently in the code only; the text itself where it is
-    /// none of those.
+    /// More than one where texts are spelt differently in the code only; the text itself where it
+    /// is none of those.
     QStringList sourcesOf(const QString &shown) const;
 
 private:
