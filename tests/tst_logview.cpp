@@ -24,6 +24,7 @@ private slots:
     void copiesAll();
     void finds_data();
     void finds();
+    void findsWhatIsSelected();
     void findsWhatArrivesMeanwhile();
     void savesWithTimes();
     void tellsWhatCouldNotBeSaved();
@@ -78,7 +79,9 @@ void TestLogView::copiesAll()
 {
     LogView log;
     textlog::append(&log, QStringList{"记录：1", "<b>2</b>"});
-    action(log, "Copy All")->trigger();
+    log.show();
+    QVERIFY(QTest::qWaitForWindowActive(&log));
+    QTest::keyClick(&log, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     QCOMPARE(QApplication::clipboard()->text(), QString("记录：1\n<b>2</b>"));
 }
 
@@ -118,6 +121,23 @@ void TestLogView::finds()
         QCOMPARE(dialog->findChild<QLabel *>("findResultLabel")->text(),
                  QString(found ? "" : "Not found."));
     }
+}
+
+void TestLogView::findsWhatIsSelected()
+{
+    LogView log;
+    textlog::append(&log, QStringList{"palm", "vein"});
+    const auto sought = [&log](int selected) {
+        QTextCursor cursor = log.textCursor();
+        cursor.setPosition(0);
+        cursor.setPosition(selected, QTextCursor::KeepAnchor);
+        log.setTextCursor(cursor);
+        action(log, "Find…")->trigger();
+        return log.findChild<QLineEdit *>("findEdit")->text();
+    };
+    QCOMPARE(sought(3), QString("pal"));
+    QCOMPARE(sought(7), QString("pal")); // of two lines: none to be found
+    QCOMPARE(sought(0), QString("pal"));
 }
 
 void TestLogView::findsWhatArrivesMeanwhile()

@@ -1,6 +1,7 @@
 #include "app/appearance.h"
 #include "app/imglabel.h"
 #include "app/language.h"
+#include "boxuser.h"
 #include "widgets/elidingcombobox.h"
 #include "widgets/screenfit.h"
 #include "windowrig.h"
@@ -11,6 +12,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QScrollArea>
 #include <QSpinBox>
 #include <QStyleFactory>
@@ -34,6 +36,7 @@ private slots:
     void fitsASmallScreen();
     void canBeReadInTheDark_data() { listWindows(); }
     void canBeReadInTheDark();
+    void tellsWhatItIs();
     void togglesInEveryLanguage_data();
     void togglesInEveryLanguage();
     void takesTheFirstLanguageItKnows_data();
@@ -195,7 +198,7 @@ void TestWindows::needsNoMouse()
     }
     QCOMPARE(QApplication::focusWidget(), controls.first());
     for (QWidget *picture : rig.dialog->findChildren<ImgLabel *>())
-        QVERIFY(!accessibleName(picture).isEmpty());
+        QVERIFY(controls.contains(picture));
 }
 
 void TestWindows::fitsASmallScreen()
@@ -253,6 +256,17 @@ void TestWindows::canBeReadInTheDark()
         ++seen;
     }
     QVERIFY(seen >= 2);
+}
+
+void TestWindows::tellsWhatItIs()
+{
+    WindowRig rig;
+    rig.window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&rig.window));
+    QString text;
+    const BoxUser user([&](QWidget *box) { text = qobject_cast<QMessageBox *>(box)->text(); });
+    QTest::keyClick(&rig.window, Qt::Key_F1);
+    QVERIFY2(text.startsWith("Quirel ") && text.contains(qVersion()), qPrintable(text));
 }
 
 void TestWindows::togglesInEveryLanguage_data()
