@@ -252,8 +252,8 @@ void MainWindow::showFrame(const std::vector<uint8_t> &frame, QImage *lastImage,
     std::copy(frame.begin(), frame.end(), lastImage->bits());
     // Where a pixel of the window is more than one of the screen, the label takes from all there
     // is.
-    *pixmap = QPixmap::fromImage(label->devicePixelRatioF() > 1 ? lastImage->copy()
-                                                                : shownFrame(frame.data()));
+    *pixmap =
+        QPixmap::fromImage(label->devicePixelRatioF() > 1 ? *lastImage : shownFrame(frame.data()));
     label->setPixmap(*pixmap);
 }
 
