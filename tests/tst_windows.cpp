@@ -1,7 +1,6 @@
 #include "app/appearance.h"
 #include "app/imglabel.h"
 #include "app/language.h"
-#include "boxuser.h"
 #include "widgets/elidingcombobox.h"
 #include "widgets/screenfit.h"
 #include "windowrig.h"
@@ -12,7 +11,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QScrollArea>
 #include <QSpinBox>
 #include <QStyleFactory>
@@ -36,7 +34,6 @@ private slots:
     void fitsASmallScreen();
     void canBeReadInTheDark_data() { listWindows(); }
     void canBeReadInTheDark();
-    void tellsWhatItIs();
     void togglesInEveryLanguage_data();
     void togglesInEveryLanguage();
     void takesTheFirstLanguageItKnows_data();
@@ -261,17 +258,6 @@ void TestWindows::canBeReadInTheDark()
         ++seen;
     }
     QVERIFY(seen >= 2);
-}
-
-void TestWindows::tellsWhatItIs()
-{
-    WindowRig rig;
-    rig.window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&rig.window));
-    QString text;
-    const BoxUser user([&](QWidget *box) { text = qobject_cast<QMessageBox *>(box)->text(); });
-    QTest::keyClick(&rig.window, Qt::Key_F1);
-    QVERIFY2(text.startsWith("Quirel ") && text.contains(qVersion()), qPrintable(text));
 }
 
 void TestWindows::togglesInEveryLanguage_data()
