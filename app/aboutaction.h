@@ -2,7 +2,7 @@
 
 #include <QAction>
 
-/// Tells what the program is and in which version: F1, and an entry for context menus.
+/// Tells what the program is and in which version: F1 in the window.
 class AboutAction : public QAction
 {
     Q_OBJECT

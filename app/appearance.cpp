@@ -21,11 +21,14 @@ void prepareScaling()
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // On Windows 150 % is a wish. An X server may tell 100 dots per inch that nobody has chosen;
+    // what lies between two sizes takes the one that the screen has room for.
 #ifdef Q_OS_WIN
-    // Here 150 % is a wish. An X server may tell 100 dots per inch that nobody has chosen.
-    QApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    constexpr auto Policy = Qt::HighDpiScaleFactorRoundingPolicy::PassThrough;
+#else
+    constexpr auto Policy = Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor;
 #endif
+    QApplication::setHighDpiScaleFactorRoundingPolicy(Policy);
 }
 
 void prepareAppearance()

@@ -23,7 +23,9 @@ void useLanguage(const QStringList &languages)
     // The terminal, and names of files, take no other digits.
     QLocale::setDefault(QLocale::c());
     for (const QString &language : languages) {
-        const QLocale locale(language);
+        QLocale locale(language);
+        if (locale.script() == QLocale::SimplifiedHanScript)
+            locale = QLocale(QLocale::Chinese, QLocale::China); // the same texts for all countries
         if (locale.language() == QLocale::English)
             return;
         if (install(locale, "quirel")) {

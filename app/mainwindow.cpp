@@ -82,7 +82,6 @@ void MainWindow::createLayout()
     columns->addStretch();
     columns->addLayout(right);
     central->addAction(new AboutAction(this));
-    central->setContextMenuPolicy(Qt::ActionsContextMenu);
     setCentralWidget(central);
     setFixedSize(sizeHint());
 
