@@ -1,14 +1,8 @@
 #include "app/appearance.h"
 #include "boxuser.h"
 #include "config/dottedquad.h"
-#include "config/outputcfgdlg.h"
-#include "config/usercfgdlg.h"
-#include "config/vendorcfgdlg.h"
-#include "dialogrig.h"
-#include "simulator/terminal.h"
+#include "configrig.h"
 
-#include <QComboBox>
-#include <QFileDialog>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QScrollBar>
@@ -21,7 +15,7 @@ class TestConfig : public QObject
 
 private slots:
     void initTestCase() { prepareAppearance(); }
-    void cleanup();
+    void cleanup() { removeExports(); }
     void showsValues_data();
     void showsValues();
     void loadsAndSends_data();
@@ -29,87 +23,11 @@ private slots:
     void knowsDottedQuads();
     void describesTheMode();
     void takesWhatIsTyped();
-    void exportsAndImports_data();
-    void exportsAndImports();
-    void keepsTheTerminalsDocument();
     void looksAfterTheDevice_data();
     void looksAfterTheDevice();
 };
 
 namespace {
-
-enum Dialog : int { Output, User, Vendor };
-const Dialog All[] = {Output, User, Vendor};
-const MakeWindow Makers[] = {makeDialog<OutputCfgDlg>, makeDialog<UserCfgDlg>,
-                             makeDialog<vendorCfgDlg>};
-
-enum Word : int { Name, GetCode, SetCode, Loaded, Unparsed, Issued, Saved, NotSaved, NotOpened };
-const char *const Words[][9] = {
-    {"output", "1A", "1B", "Cfg file loaded：%1", "json parsing failed.", "Cfg data issued.",
-     "File save to %1", "Fail to save the file：%1", "Fail to open the file:%1"},
-    {"user", "16", "15", "Cfg file loaded：%1", "json parsing failed", "Cfg data issued.",
-     "File saved to %1", "Fail to save file：%1", "Fail to open file:%1"},
-    {"vendor", "18", "19", "cfg file loaded：%1", "json parsing failed.", "Cfg data issued",
-     "File saved to %1", "Fail to save file：%1", "Fail to open file:%1"},
-};
-
-const QByteArray Ok = hex("EAC5 000001 00");
-const QByteArray Refusal = hex("EAC5 000001 41");
-
-struct ConfigRig : DialogRig
-{
-    explicit ConfigRig(int which)
-        : DialogRig(Makers[which]),
-          words(Words[which]),
-          path(QCoreApplication::applicationDirPath() + "/zt415_" + words[Name] + ".cfg")
-    {
-    }
-
-    /// The lines that the button brings, with a bar between them.
-    QString press(const QString &caption)
-    {
-        log.clear();
-        for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
-            if (button->text() == caption)
-                button->click();
-        }
-        return lines().join('|');
-    }
-    QString get(const char *button, const QByteArray &document, char status = 0)
-    {
-        const QByteArray answer = head(document.size() + 1) + status + document;
-        peer.expect({hex("EAC5 000001") + hex(words[GetCode]), {answer}});
-        return press(button);
-    }
-    /// What follows the line that it always brings.
-    QString load(const QByteArray &document)
-    {
-        const QString told = get("Load", document);
-        if (told.section('|', 0, 0) != QString(words[Loaded]).arg(document.size()))
-            QTest::qFail(qPrintable(told), __FILE__, __LINE__);
-        return told.section('|', 1);
-    }
-    QString send(const char *button, const QByteArray &document, const QByteArray &answer = Ok)
-    {
-        peer.expect({head(document.size() + 1) + hex(words[SetCode]) + document, {answer}});
-        return press(button);
-    }
-    QString shown(const QString &key) const
-    {
-        const auto *control = dialog->findChild<QWidget *>(key);
-        const bool isCombo = qobject_cast<const QComboBox *>(control);
-        return control->property(isCombo ? "currentText" : "text").toString();
-    }
-
-    const char *const *words;
-    const QString path; ///< of the exported file
-};
-
-/// A row's tag begins with the name of its dialog.
-int dialogOfRow()
-{
-    return QByteArray("ouv").indexOf(QTest::currentDataTag()[0]);
-}
 
 /// The JSON text that the form stands for, which has ' for ", / for a new line and > for a tab.
 QByteArray written(QByteArray form)
@@ -118,15 +36,6 @@ QByteArray written(QByteArray form)
 }
 
 } // namespace
-
-void TestConfig::cleanup()
-{
-    QDir folder(QCoreApplication::applicationDirPath());
-    for (const QString &name : folder.entryList({"zt415_*.cfg"})) {
-        folder.remove(name);
-        folder.rmdir(name);
-    }
-}
 
 void TestConfig::showsValues_data()
 {
@@ -363,102 +272,6 @@ void TestConfig::takesWhatIsTyped()
         QCOMPARE(rig.shown(key), QString(shown));
         QCOMPARE(rig.lines(), QStringList());
         QVERIFY(rig.dialog->isVisible());
-    }
-}
-
-void TestConfig::exportsAndImports_data()
-{
-    QTest::addColumn<QString>("obstacle");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("line"); ///< of the import
-    for (const auto &words : Words) {
-        const auto row = [&](const char *obstacle, const QByteArray &content, const QString &line) {
-            const QByteArray tag = words[Name] + ('-' + QByteArray(obstacle));
-            QTest::newRow(tag.constData()) << obstacle << content << line;
-        };
-        row("none", hex("00FF0D0A257B"), "Cfg file issued.");
-        row("no-bytes", "", "Cfg file issued.");
-        row("many-bytes", QByteArray(65530, 'x'), "Cfg file issued.");
-        row("too-many-bytes", QByteArray(65531, 'x'), "The data is too long for one packet.");
-        row("refused", "{}", "Unknown error.");
-        row("cancelled", "{}", "");
-        row("gone", "{}", words[NotOpened]);
-        row("folder", "{}", "");
-    }
-}
-
-// The file that is exported is there before, too, and longer.
-void TestConfig::exportsAndImports()
-{
-    QFETCH(QString, obstacle);
-    QFETCH(QByteArray, content);
-    QFETCH(QString, line);
-    ConfigRig rig(dialogOfRow());
-    QFile file(rig.path);
-    const bool isFolder = obstacle == "folder";
-    QVERIFY(isFolder ? QDir().mkpath(rig.path) : file.open(QIODevice::WriteOnly));
-    if (!isFolder)
-        file.write(content + QByteArray(content.size() < 100 ? 100 : 0, 'o'));
-    file.close();
-    if (content.size() < 100) { // what a terminal sends
-        const QString end = QString(rig.words[isFolder ? NotSaved : Saved]).arg(rig.path);
-        QCOMPARE(rig.get("Export", content), QString("File loaded：%1|").arg(content.size()) + end);
-    }
-    if (isFolder)
-        return;
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.readAll() == content);
-
-    const BoxUser user([&](QWidget *box) {
-        const auto *files = qobject_cast<QFileDialog *>(box);
-        QVERIFY(files);
-        QCOMPARE(files->windowTitle(), QString("select fw"));
-        QCOMPARE(files->directory().path(), QCoreApplication::applicationDirPath());
-        QCOMPARE(files->nameFilters(), QStringList("*.cfg"));
-        if (obstacle != "cancelled")
-            BoxUser::choose(rig.path)(box);
-        if (obstacle == "gone")
-            QVERIFY(file.remove());
-    });
-    const bool isRefused = obstacle == "refused";
-    const bool isSent = isRefused || line == "Cfg file issued.";
-    QCOMPARE(isSent ? rig.send("Import", content, isRefused ? Refusal : Ok) : rig.press("Import"),
-             line.replace("%1", rig.path));
-}
-
-void spoil(Json::Value *value)
-{
-    for (Json::Value &member : *value) {
-        if (member.isObject())
-            spoil(&member);
-        else if (!member.isNull())
-            member = member.isString() ? Json::Value("9.9.9.9") : Json::Value(member.asInt() + 1);
-    }
-}
-
-// Set and Import bring back every value that it had when it was loaded and exported.
-void TestConfig::keepsTheTerminalsDocument()
-{
-    sim::Terminal terminal;
-    QVERIFY(terminal.listen(QHostAddress::LocalHost, 0));
-    sim::Documents &documents = terminal.device().state.documents;
-    Json::Value *const ofDialog[] = {&documents.output, &documents.user, &documents.vendor};
-    for (const Dialog dialog : All) {
-        ConfigRig rig(dialog);
-        QVERIFY(rig.client.connectToDevice("127.0.0.1", terminal.port()));
-        const QString exported = rig.press("Export");
-        const QString size = QString::number(QFile(rig.path).size());
-        QVERIFY2(exported.startsWith("File loaded：" + size + '|'), qPrintable(exported));
-        QCOMPARE(rig.press("Load"), QString(rig.words[Loaded]).arg(size));
-
-        const BoxUser user(BoxUser::choose(rig.path));
-        const Json::Value before = *ofDialog[dialog];
-        for (const char *button : {"Set", "Import"}) {
-            spoil(ofDialog[dialog]);
-            QVERIFY(*ofDialog[dialog] != before);
-            rig.press(button);
-            QVERIFY2(*ofDialog[dialog] == before, ofDialog[dialog]->toStyledString().c_str());
-        }
     }
 }
 

@@ -1,0 +1,122 @@
+#include "app/appearance.h"
+#include "boxuser.h"
+#include "configrig.h"
+#include "simulator/terminal.h"
+
+#include <QFileDialog>
+
+/// The documents as files, and whole.
+class TestConfigFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { prepareAppearance(); }
+    void cleanup() { removeExports(); }
+    void exportsAndImports_data();
+    void exportsAndImports();
+    void keepsTheTerminalsDocument();
+};
+
+namespace {
+
+void spoil(Json::Value *value)
+{
+    for (Json::Value &member : *value) {
+        if (member.isObject())
+            spoil(&member);
+        else if (!member.isNull())
+            member = member.isString() ? Json::Value("9.9.9.9") : Json::Value(member.asInt() + 1);
+    }
+}
+
+} // namespace
+
+void TestConfigFiles::exportsAndImports_data()
+{
+    QTest::addColumn<QString>("obstacle");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("line"); ///< of the import
+    for (const auto &words : Words) {
+        const auto row = [&](const char *obstacle, const QByteArray &content, const QString &line) {
+            const QByteArray tag = words[Name] + ('-' + QByteArray(obstacle));
+            QTest::newRow(tag.constData()) << obstacle << content << line;
+        };
+        row("none", hex("00FF0D0A257B"), "Cfg file issued.");
+        row("no-bytes", "", "Cfg file issued.");
+        row("many-bytes", QByteArray(65530, 'x'), "Cfg file issued.");
+        row("too-many-bytes", QByteArray(65531, 'x'), "The data is too long for one packet.");
+        row("refused", "{}", "Unknown error.");
+        row("cancelled", "{}", "");
+        row("gone", "{}", words[NotOpened]);
+        row("folder", "{}", "");
+    }
+}
+
+// The file that is exported is there before, too, and longer.
+void TestConfigFiles::exportsAndImports()
+{
+    QFETCH(QString, obstacle);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, line);
+    ConfigRig rig(dialogOfRow());
+    QFile file(rig.path);
+    const bool isFolder = obstacle == "folder";
+    QVERIFY(isFolder ? QDir().mkpath(rig.path) : file.open(QIODevice::WriteOnly));
+    if (!isFolder)
+        file.write(content + QByteArray(content.size() < 100 ? 100 : 0, 'o'));
+    file.close();
+    if (content.size() < 100) { // what a terminal sends
+        const QString end = QString(rig.words[isFolder ? NotSaved : Saved]).arg(rig.path);
+        QCOMPARE(rig.get("Export", content), QString("File loaded：%1|").arg(content.size()) + end);
+    }
+    if (isFolder)
+        return;
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll() == content);
+
+    const BoxUser user([&](QWidget *box) {
+        const auto *files = qobject_cast<QFileDialog *>(box);
+        QVERIFY(files);
+        QCOMPARE(files->windowTitle(), QString("select fw"));
+        QCOMPARE(files->directory().path(), QCoreApplication::applicationDirPath());
+        QCOMPARE(files->nameFilters(), QStringList("*.cfg"));
+        if (obstacle != "cancelled")
+            BoxUser::choose(rig.path)(box);
+        if (obstacle == "gone")
+            QVERIFY(file.remove());
+    });
+    const bool isRefused = obstacle == "refused";
+    const bool isSent = isRefused || line == "Cfg file issued.";
+    QCOMPARE(isSent ? rig.send("Import", content, isRefused ? Refusal : Ok) : rig.press("Import"),
+             line.replace("%1", rig.path));
+}
+
+// Set and Import bring back every value that it had when it was loaded and exported.
+void TestConfigFiles::keepsTheTerminalsDocument()
+{
+    sim::Terminal terminal;
+    QVERIFY(terminal.listen(QHostAddress::LocalHost, 0));
+    sim::Documents &documents = terminal.device().state.documents;
+    Json::Value *const ofDialog[] = {&documents.output, &documents.user, &documents.vendor};
+    for (const Dialog dialog : All) {
+        ConfigRig rig(dialog);
+        QVERIFY(rig.client.connectToDevice("127.0.0.1", terminal.port()));
+        const QString exported = rig.press("Export");
+        const QString size = QString::number(QFile(rig.path).size());
+        QVERIFY2(exported.startsWith("File loaded：" + size + '|'), qPrintable(exported));
+        QCOMPARE(rig.press("Load"), QString(rig.words[Loaded]).arg(size));
+
+        const BoxUser user(BoxUser::choose(rig.path));
+        const Json::Value before = *ofDialog[dialog];
+        for (const char *button : {"Set", "Import"}) {
+            spoil(ofDialog[dialog]);
+            QVERIFY(*ofDialog[dialog] != before);
+            rig.press(button);
+            QVERIFY2(*ofDialog[dialog] == before, ofDialog[dialog]->toStyledString().c_str());
+        }
+    }
+}
+
+QTEST_MAIN(TestConfigFiles)
+#include "tst_configfiles.moc"
