@@ -19,7 +19,8 @@ constexpr int ConnectTimeout = 5000;    // ms
 constexpr int DisconnectTimeout = 3000; // ms
 constexpr unsigned long RoundPause = 1; // ms
 constexpr int LastRounds = 10;
-constexpr int LongestTail = 60000; // ms
+constexpr int DroppedAtOnce = 65536; // bytes
+constexpr int MaxDrops = 256;        // a terminal that floods the socket does not hold the console
 constexpr qint64 NanosecondsPerMicrosecond = 1000;
 
 } // namespace
@@ -47,25 +48,55 @@ CmdClient::~CmdClient()
 
 bool CmdClient::connectToDevice(const char *host, quint16 port)
 {
-    BusyCursor cursor;
-    cursor.show(); // nothing can be shown any more once the socket waits
     if (isConnected) {
         socket->disconnectFromHost();
         if (socket->state() != QAbstractSocket::UnconnectedState)
             socket->waitForDisconnected(DisconnectTimeout);
-        isConnected = false;
     }
+    deviceHost = QString::fromLatin1(host);
+    devicePort = port;
+    isConnected = openConnection();
+    log(isConnected ? tr("Device connected.") : tr("Connecting failed."));
+    return isConnected;
+}
+
+bool CmdClient::openConnection()
+{
+    const QScopedValueRollback<bool> inside(waiting, true);
+    BusyCursor cursor;
+    cursor.show();
     // A socket that is still busy with its last connection would refuse a new one.
     socket->abort();
     // Unbuffered: a reply is copied once on its way, and a request leaves at once.
-    socket->connectToHost(QString::fromLatin1(host), port,
-                          QIODevice::ReadWrite | QIODevice::Unbuffered,
+    socket->connectToHost(deviceHost, devicePort, QIODevice::ReadWrite | QIODevice::Unbuffered,
                           QAbstractSocket::AnyIPProtocol);
-    isConnected = socket->waitForConnected(ConnectTimeout);
-    if (isConnected)
-        socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    log(isConnected ? tr("Device connected.") : tr("Connecting failed."));
-    return isConnected;
+    // QAbstractSocket::waitForConnected() would block while a name is looked up, however long.
+    const QDeadlineTimer deadline(ConnectTimeout);
+    const auto pending = [this] {
+        return !hasConnection() && socketState() != QAbstractSocket::UnconnectedState;
+    };
+    while (pending() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(RoundPause);
+    }
+    connectTimedOut = pending();
+    if (!hasConnection()) {
+        socket->abort();
+        return false;
+    }
+    socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    inStep = true;
+    return true;
+}
+
+bool CmdClient::resynchronize()
+{
+    if (inStep)
+        return hasConnection();
+    if (!hasConnection() && !connectTimedOut)
+        return false;
+    isConnected = openConnection();
+    return isConnected || connectTimedOut;
 }
 
 bool CmdClient::disconnectFromDevice()
@@ -98,6 +129,7 @@ int CmdClient::sendPacket(uint32_t totalLength)
     sendBuffer[wire::LengthOffset + 1] = static_cast<uint8_t>(following >> 8);
     sendBuffer[wire::LengthOffset + 2] = static_cast<uint8_t>(following);
 
+    dropArrived();
     const qint64 written =
         socket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
     if (static_cast<uint32_t>(written) == totalLength)
@@ -123,11 +155,11 @@ bool CmdClient::waitReply(int capLength, int rounds)
         rounds);
 }
 
-void CmdClient::awaitSilence(int milliseconds)
+void CmdClient::dropArrived()
 {
-    const QDeadlineTimer end(LongestTail);
-    while (!end.hasExpired() && waitUntil([this] { return !recvBuffer.isEmpty(); }, milliseconds)) {
-    }
+    char dropped[DroppedAtOnce];
+    for (int i = 0; i < MaxDrops && socket->bytesAvailable() > 0; ++i)
+        socket->read(dropped, sizeof dropped);
 }
 
 bool CmdClient::waitUntil(const std::function<bool()> &complete, int rounds)
@@ -171,10 +203,12 @@ bool CmdClient::exchange(const PacketWriter &packet, const Wait &wait)
     }
     if (!sendPacket(packet.size()))
         return false;
+    inStep = false;
     QElapsedTimer clock;
     clock.start();
     const int bytes = static_cast<int>(wait.bytes);
     if (wait.kind == Wait::Ack ? waitAck(bytes, wait.rounds) : waitReply(bytes, wait.rounds)) {
+        inStep = reply().received() == reply().declaredTotal();
         replyTime = clock.nsecsElapsed() / NanosecondsPerMicrosecond;
         return true;
     }
@@ -216,7 +250,7 @@ bool CmdClient::acceptedData(const StatusText *texts, uint32_t skipped, uint8_t 
 bool CmdClient::acceptedBlock(const StatusText *texts, size_t length, uint8_t *out, size_t capacity)
 {
     const quint8 status = declaredStatus();
-    if (status != wire::StatusOk || reply().declaredLength() == 0 || length > capacity ||
+    if (status != wire::StatusOk || reply().declaredLength() != 1 + length || length > capacity ||
         !reply().copy(wire::PayloadOffset, length, out))
         return refuse(texts, status);
     return true;

@@ -30,10 +30,19 @@ public:
     CmdClient(QTextEdit *infoText, QObject *parent);
     ~CmdClient() override;
 
-    /// Blocks for at most 5 s, and the look-up of a name; an existing connection is taken down
-    /// first (at most 3 s). A null host is an empty one.
+    /// Waits at most 5 s, including the look-up of a name; an existing connection is closed first
+    /// (at most 3 s). A null host is an empty one.
     bool connectToDevice(const char *host, quint16 port);
     bool disconnectFromDevice();
+    /// Makes sure that no late reply can be taken for that of the next request: connects anew,
+    /// without a line, unless the last reply came whole and alone. To be called before each request
+    /// of a sequence whose replies make one result. Returns false when the terminal has closed the
+    /// connection or refuses a new one. When the terminal does not answer within 5 s, the result is
+    /// true, the next request fails, and the next call tries again.
+    bool resynchronize();
+    /// Reports that the last reply was that of an earlier request, so that its own is still to
+    /// come.
+    void distrustReply() { inStep = false; }
     /// Whether the connection stands right now; no longer when the terminal has ended it.
     bool hasConnection() const;
 
@@ -51,11 +60,6 @@ public:
     bool waitAck(int expectedLength, int rounds);
     /// Waits for a reply as long as it declares itself, or for `capLength` bytes.
     bool waitReply(int capLength, int rounds);
-
-    /// Waits until nothing has arrived for so many milliseconds, so that the late reply to a
-    /// request which was given up is not taken for that of the next; at most a minute, should a
-    /// terminal never fall silent.
-    void awaitSilence(int milliseconds);
 
     // Users. IDs are the terminal's, not checked here.
     bool startEnroll(uint32_t userId);
@@ -111,8 +115,9 @@ public:
     bool deleteMonthRecords(uint16_t year, uint8_t month);
     bool clearRecords();
     /// One page of a month's records from `startIndex` on; `outCount` records of wire::RecordSize.
+    /// Waits `rounds` milliseconds for it.
     bool getMonthRecords(uint16_t year, uint8_t month, uint8_t *out, size_t capacity,
-                         uint32_t startIndex, uint32_t *outCount);
+                         uint32_t startIndex, uint32_t *outCount, int rounds = TimeOutRounds);
 
     // QR codes. Keys end with a zero; those longer than wire::QrKeySize are refused unsent.
     bool addQrCode(const QrEntry *entry);
@@ -135,6 +140,11 @@ private slots:
     void readyRead();
 
 private:
+    /// Connects to `deviceHost` and `devicePort`; false after ConnectTimeout too, with
+    /// `connectTimedOut` set.
+    bool openConnection();
+    /// Drops what has arrived since the last wait.
+    void dropArrived();
     PacketWriter request(wire::Command command);
     bool exchange(const PacketWriter &packet, const Wait &wait);
     /// An exchange that brings nothing but a status. `texts` is a table as StatusText tells.
@@ -150,8 +160,8 @@ private:
     /// data out.
     bool acceptedData(const StatusText *texts, uint32_t skipped, uint8_t *out, uint32_t *outLen,
                       size_t capacity, size_t atLeast = 0);
-    /// Accepts a reply of status 0 that has brought `length` bytes, and that these fit; copies
-    /// them out.
+    /// Accepts a reply of status 0 that declares and has brought exactly `length` bytes of data,
+    /// which fit; copies them out.
     bool acceptedBlock(const StatusText *texts, size_t length, uint8_t *out, size_t capacity);
     bool refuse(const StatusText *texts, quint8 status);
 
@@ -174,6 +184,10 @@ private:
     QTcpSocket *socket;
     QTextEdit *infoText;
     std::unique_ptr<uint8_t[]> sendBuffer;
+    QString deviceHost; ///< host and port of the last connection
+    quint16 devicePort = 0;
+    bool connectTimedOut = false; ///< the terminal did not answer the last attempt to connect
+    bool inStep = true; ///< no request has been sent, or the last reply came whole and alone
     bool waiting = false;
     qint64 replyTime = -1;
 };

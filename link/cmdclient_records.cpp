@@ -27,10 +27,10 @@ bool CmdClient::clearRecords()
 }
 
 bool CmdClient::getMonthRecords(uint16_t year, uint8_t month, uint8_t *out, size_t capacity,
-                                uint32_t startIndex, uint32_t *outCount)
+                                uint32_t startIndex, uint32_t *outCount, int rounds)
 {
     if (!exchange(request(wire::Command::GetMonthRecords).u16(year).u8(month).u32(startIndex),
-                  {Wait::Reply, MaxPageReply}))
+                  {Wait::Reply, MaxPageReply, false, rounds}))
         return false;
     // A page that counts more records than it brings is none.
     const uint32_t count = reply().u16(CountOffset);

@@ -67,6 +67,10 @@ void ScriptedPeer::closeConnection()
 
 void ScriptedPeer::takeConnection()
 {
+    if (client)
+        client->disconnect(this);
+    sender.stop();
+    arrived.clear();
     client = server.nextPendingConnection();
     client->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     connect(client, SIGNAL(readyRead()), this, SLOT(takeBytes()));

@@ -97,6 +97,7 @@ private slots:
     void waits();
     void makesUpForLateRounds();
     void discardsLateData();
+    void resynchronizes();
     void showsThatItWaits();
     void sendsNoPacketOfAnotherSize();
 };
@@ -113,7 +114,8 @@ void TestCmdClient::connectsAndDisconnects()
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));
     QTRY_COMPARE(peer.connectionCount(), 2);
     QCOMPARE(socket->socketOption(QAbstractSocket::LowDelayOption).toInt(), 1);
-    QCOMPARE(client.sendPacket(6), 1); // not on its way yet, which keeps the socket busy
+    peer.serve(hex(AnyRequest), {});
+    QCOMPARE(client.sendPacket(6), 1);
     QVERIFY(client.disconnectFromDevice());
     QVERIFY(client.connectToDevice("127.0.0.1", peer.port()));
     QCOMPARE(log.toPlainText(),
@@ -246,6 +248,34 @@ void TestCmdClient::discardsLateData()
     QTRY_COMPARE(arrival.count(), 1);
     QVERIFY(!link.client.waitAck(1, 5));
     QVERIFY(!link.client.waitReply(1, 5));
+}
+
+// Nothing late can arrive on the new connection.
+void TestCmdClient::resynchronizes()
+{
+    Link link;
+    const auto connectedAfter = [&link](const QList<QByteArray> &pieces) {
+        link.peer.expect({hex("EAC5 000001 42"), pieces});
+        link.client.clearRecords();
+        link.log.clear();
+        return link.client.resynchronize() && link.client.hasConnection();
+    };
+    QVERIFY(connectedAfter({hex("EAC5 000001 00")}));
+    QVERIFY(connectedAfter({hex("EAC5 000001 07")}));
+    QCOMPARE(link.peer.connectionCount(), 1);
+    QVERIFY(connectedAfter({hex("EAC5 000001 00 00")}));
+    QTRY_COMPARE(link.peer.connectionCount(), 2);
+    QVERIFY(connectedAfter({}));
+    QTRY_COMPARE(link.peer.connectionCount(), 3);
+    link.client.distrustReply();
+    QVERIFY(link.client.resynchronize());
+    QTRY_COMPARE(link.peer.connectionCount(), 4);
+    QCOMPARE(link.log.toPlainText(), QString()); // not a line
+
+    link.client.distrustReply();
+    link.peer.closeConnection();
+    QTRY_VERIFY(!link.client.hasConnection());
+    QVERIFY(!link.client.resynchronize());
 }
 
 void TestCmdClient::showsThatItWaits()

@@ -202,7 +202,8 @@ QString CaseBench::checkNext(FaultCase::End end, bool wasRebooted)
     if (end != FaultCase::End::Stays &&
         !QTest::qWaitFor([&] { return !client.hasConnection(); }, Patience))
         return "the connection stays";
-    client.awaitSilence(SettleRounds);
+    while (client.waitAck(1, SettleRounds)) {
+    }
     if ((end != FaultCase::End::Stays || wasRebooted) && !reconnect())
         return "no new connection";
     log.clear();
