@@ -22,6 +22,7 @@ bool CmdClient::getDualImages(uint8_t *palmprint, uint8_t *vein)
 {
     constexpr size_t ReplySize = SecondFrameOffset + wire::FrameSize;
     return exchange(request(wire::Command::GetDualImages), {Wait::Ack, ReplySize, true}) &&
+           reply().declaredTotal() == ReplySize &&
            reply().copy(FirstFrameOffset, wire::FrameSize, palmprint) &&
            reply().copy(SecondFrameOffset, wire::FrameSize, vein);
 }
@@ -30,5 +31,6 @@ bool CmdClient::getImage(wire::Command command, uint8_t *out)
 {
     constexpr size_t ReplySize = FirstFrameOffset + wire::FrameSize;
     return exchange(request(command), {Wait::Ack, ReplySize, true}) &&
+           reply().declaredTotal() == ReplySize &&
            reply().copy(FirstFrameOffset, wire::FrameSize, out);
 }

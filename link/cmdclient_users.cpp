@@ -139,10 +139,12 @@ bool CmdClient::deleteUserFeatures(uint32_t userId)
 
 bool CmdClient::getEmptyUserId(uint32_t *out)
 {
-    uint8_t id[UserIdSize];
-    if (!exchange(request(wire::Command::GetEmptyUserId), {Wait::Reply, replyWith(UserIdSize)}) ||
-        !acceptedBlock(EmptyIdTexts, UserIdSize, id, sizeof id))
+    if (!exchange(request(wire::Command::GetEmptyUserId), {Wait::Reply, replyWith(UserIdSize)}))
         return false;
+    const quint8 status = declaredStatus();
+    if (status != wire::StatusOk || reply().declaredLength() == 0 ||
+        reply().received() < replyWith(UserIdSize))
+        return refuse(EmptyIdTexts, status);
     *out = reply().u32(wire::PayloadOffset);
     return true;
 }

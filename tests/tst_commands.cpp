@@ -176,10 +176,14 @@ void TestCommands::refusesReplies_data()
 
     row("id-cut", "getEmptyUserId", hex("EAC5 000004 00 010203"), "unknown error.");
     row("id-declares-nothing", "getEmptyUserId", nothing + QByteArray(9, '\0'), "unknown error.");
+    // Blocks of known size, with a byte too few or the block of another command.
     row("features-cut", "getRemoteFeatures", head(10240) + QByteArray(10240, '\0'),
+        "Unknown error.");
+    row("features-are-a-picture", "getRemoteFeatures", head(777601) + QByteArray(777601, '\0'),
         "Unknown error.");
     row("pair-cut", "getRemoteEnrollImages", head(777600) + QByteArray(777600, '\0'),
         "Unknown error.");
+    row("frame-is-a-pair", "getPalmVeinImage", head(777600) + QByteArray(777600, '\0'), "");
 }
 
 void TestCommands::refusesReplies()

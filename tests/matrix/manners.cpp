@@ -112,6 +112,11 @@ Manner value(const char *name, int bytes, int fixed, QByteArray (*result)(const 
     return {name, Manner::Known, bytes, 1000, Manner::Always, 0, fixed, Silent, "", result};
 }
 
+Manner images(const char *name, int bytes, QByteArray (*result)(const QByteArray &))
+{
+    return {name, Manner::Known, bytes, 1000, Manner::Frame, 0, 5, Silent, "* ", result};
+}
+
 Manner document(const char *name)
 {
     return {name, Manner::Declared, 2500, 1000, Manner::Text, DocumentCapacity, 6,
@@ -146,7 +151,7 @@ Verdict Manner::timedOut() const
 
 Verdict Manner::judge(const QByteArray &arrived) const
 {
-    const bool hasStatus = rule == ByStatus || declared(arrived) > 0;
+    const bool hasStatus = rule == ByStatus || (rule != Frame && declared(arrived) > 0);
     const auto status = static_cast<quint8>(hasStatus ? at(arrived, 5) : 0);
     if (rule != Always && (status != 0 || !holds(arrived)))
         return {false, refusal(status), {}};
@@ -169,6 +174,10 @@ bool Manner::holds(const QByteArray &arrived) const
     case Page:
         return whole && length >= 3 && length - 3 <= capacity && recordBytes(arrived) <= length - 3;
     case Block:
+        return length == 1 + capacity;
+    case Frame:
+        return length == bytes - Head;
+    case AtLeast:
         return length > 0 && arrived.size() >= 6 + capacity;
     }
     return false;
@@ -209,8 +218,8 @@ const std::vector<Manner> &manners()
             "1 The system is busy.|20 User ID exists.|22 The user database is full.|"
             "* Unknown error: %d"),
         ack("deleteUser", Told, Deletion),
-        block("getEmptyUserId", 4, 10,
-              "1 The system is busy.|22 The user database is full.|* unknown error.", id),
+        {"getEmptyUserId", Manner::Declared, 10, 1000, Manner::AtLeast, 4, 10, Told,
+         "1 The system is busy.|22 The user database is full.|* unknown error.", id},
         ack("deleteUserFeatures", Told, Deletion),
         value("getTofDistance", 7, 7, number),
         ack("setMode", Silent, "* Mode set failed: %c"),
@@ -232,9 +241,9 @@ const std::vector<Manner> &manners()
         document("getRecordFileList"),
         {"getQrCodeList", Manner::Declared, 614400, 2000, Manner::Text, UserListCapacity, 6, Told,
          Unknown, text},
-        value("getPalmprintImage", 388805, 5, frame),
-        value("getPalmVeinImage", 388805, 5, frame),
-        value("getDualImages", 777605, 5, bothFrames),
+        images("getPalmprintImage", 388805, frame),
+        images("getPalmVeinImage", 388805, frame),
+        images("getDualImages", 777605, bothFrames),
         ack("deleteMonthRecords", Told, Unknown),
         ack("clearRecords", Told, Unknown),
         {"getMonthRecords", Manner::Declared, 320000, 1000, Manner::Page, PageCapacity, 8, Told,

@@ -22,7 +22,9 @@ struct Manner
         ByStatus, ///< whatever length it declares
         Text,     ///< all that it declares must be there and fit
         Page,     ///< the same for all the records that it counts
-        Block,    ///< so many bytes must have come as there are to be
+        Block,    ///< it must declare exactly the bytes that there are to be
+        AtLeast,  ///< so many bytes must have come, or more
+        Frame,    ///< like Block, without a status
     };
 
     const char *name;
@@ -43,7 +45,7 @@ struct Manner
     /// Whether its honest reply has more than the fixed fields.
     bool isLong() const;
     /// Whether what follows the head is no status.
-    bool isPlain() const { return rule == Always; }
+    bool isPlain() const { return rule == Always || rule == Frame; }
 
 private:
     bool holds(const QByteArray &arrived) const;
