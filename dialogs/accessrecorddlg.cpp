@@ -28,7 +28,9 @@ constexpr int MonthsBack = 36;
 constexpr int MonthsAhead = 12;
 constexpr int ShortestMonth = 28; // days
 
-constexpr int MostSilence = 10; // time-outs that late pages are waited for
+constexpr int MaxPageRounds = 3000;
+constexpr int MaxEqualPages = 3; // in a row
+constexpr uint32_t MaxRecords = 10000000;
 
 constexpr size_t PageCapacity = 409600;
 constexpr size_t FileListCapacity = 4224;
@@ -37,17 +39,31 @@ constexpr uint32_t MostShown = 100;
 // A record begins with its type; its four texts end with a zero byte.
 constexpr size_t TextOffsets[] = {4, 20, 36, 68};
 
-/// A text that fills its field runs on into the next one, but never past the record. What is no
-/// UTF-8 is replaced.
+bool isPrintableAscii(char byte)
+{
+    return byte >= ' ' && byte <= '~';
+}
+
+bool breaksLine(QChar character)
+{
+    return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
+}
+
+/// A text that fills its field runs on into the next one, but never past the record. Bytes that are
+/// no UTF-8 and characters that would break the record's line are replaced.
 void appendText(std::string *line, const uint8_t *record, size_t offset)
 {
-    const char *text = reinterpret_cast<const char *>(record) + offset;
+    const char *bytes = reinterpret_cast<const char *>(record) + offset;
     const int length =
-        static_cast<int>(qstrnlen(text, static_cast<uint>(wire::RecordSize - offset)));
-    if (std::all_of(text, text + length, [](char byte) { return (byte & 0x80) == 0; }))
-        line->append(text, static_cast<size_t>(length));
-    else
-        line->append(QString::fromUtf8(text, length).toStdString());
+        static_cast<int>(qstrnlen(bytes, static_cast<uint>(wire::RecordSize - offset)));
+    if (std::all_of(bytes, bytes + length, isPrintableAscii)) {
+        line->append(bytes, static_cast<size_t>(length));
+        return;
+    }
+    QString text = QString::fromUtf8(bytes, length);
+    std::replace_if(text.begin(), text.end(), breaksLine, QChar(QChar::ReplacementCharacter));
+    line->append(text.toStdString());
 }
 
 } // namespace
@@ -107,28 +123,49 @@ QLayout *AccessRecordDlg::createButtonGrid()
     return grid;
 }
 
+bool AccessRecordDlg::RecordPage::operator==(const RecordPage &other) const
+{
+    const auto size = static_cast<ptrdiff_t>(count * wire::RecordSize);
+    return count == other.count &&
+           std::equal(bytes.begin(), bytes.begin() + size, other.bytes.begin());
+}
+
+void AccessRecordDlg::reject()
+{
+    if (exporting)
+        cancelled = true;
+    else
+        DeviceDialog::reject();
+}
+
 bool AccessRecordDlg::fetchPage(const QDate &month, uint32_t firstIndex, RecordPage *page)
 {
     page->bytes.resize(PageCapacity);
     return client->getMonthRecords(static_cast<uint16_t>(month.year()),
                                    static_cast<uint8_t>(month.month()), page->bytes.data(),
-                                   page->bytes.size(), firstIndex, &page->count);
+                                   page->bytes.size(), firstIndex, &page->count, pageRounds);
 }
 
-bool AccessRecordDlg::fetchPageAtLast(const QDate &month, uint32_t firstIndex, RecordPage *page)
+bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex,
+                                    const RecordPage &before, RecordPage *page)
 {
-    int timeOuts = 0;
+    int equalPages = 0;
     QElapsedTimer attempt;
-    attempt.start();
-    while (!fetchPage(month, firstIndex, page)) {
-        if (!client->hasConnection())
-            return false;
-        timeOuts += attempt.restart() >= TimeOutRounds ? 1 : 0;
-    }
-    // The terminal may still answer what was asked in vain.
-    if (timeOuts > 0)
-        client->awaitSilence(qMin(timeOuts + 1, MostSilence) * TimeOutRounds);
-    return true;
+    client->resynchronize();
+    do {
+        attempt.start();
+        if (fetchPage(month, firstIndex, page)) {
+            if (firstIndex == 0 || !(*page == before))
+                return true;
+            if (++equalPages == MaxEqualPages)
+                return false;
+            client->distrustReply();
+        } else if (attempt.elapsed() >= pageRounds) {
+            pageRounds = qMin(pageRounds + TimeOutRounds, MaxPageRounds); // the link may be slow
+        }
+        QCoreApplication::processEvents(); // Esc and closing, which a wait holds back
+    } while (!cancelled && client->resynchronize());
+    return false;
 }
 
 std::string AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
@@ -198,10 +235,14 @@ void AccessRecordDlg::exportRecordBtnClickAct()
     const QDate month = dateEdit->date();
     const QString path = QCoreApplication::applicationDirPath() +
                          QStringLiteral("/record_%1_%2.txt").arg(month.year()).arg(month.month());
-    QSaveFile file(path);
     uint32_t lastCount = 0;
-    if (!file.open(QIODevice::WriteOnly) || !exportPages(month, &file, &lastCount) ||
-        !commitWhole(&file)) {
+    QWidget *focused = focusWidget();
+    setExporting(true);
+    const bool saved = exportMonth(month, path, &lastCount);
+    setExporting(false);
+    if (focused)
+        focused->setFocus();
+    if (!saved) {
         log(tr("Fail to save the data file."));
         return;
     }
@@ -209,21 +250,42 @@ void AccessRecordDlg::exportRecordBtnClickAct()
     log(tr("Record data saved to %1").arg(path));
 }
 
+void AccessRecordDlg::setExporting(bool started)
+{
+    exporting = started;
+    cancelled = false;
+    pageRounds = TimeOutRounds;
+    setWindowTitle(tr("Access Record Management"));
+    for (QPushButton *button : findChildren<QPushButton *>())
+        button->setEnabled(!started);
+}
+
+bool AccessRecordDlg::exportMonth(const QDate &month, const QString &path, uint32_t *lastCount)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && exportPages(month, &file, lastCount) &&
+           commitKeepingLonger(&file);
+}
+
 bool AccessRecordDlg::exportPages(const QDate &month, QSaveFile *file, uint32_t *lastCount)
 {
+    RecordPage before;
     RecordPage page;
-    for (uint32_t firstIndex = 0;; firstIndex += wire::RecordsPerPage) {
-        if (!fetchPageAtLast(month, firstIndex, &page))
+    for (uint32_t firstIndex = 0; firstIndex < MaxRecords; firstIndex += wire::RecordsPerPage) {
+        std::swap(before, page);
+        if (!fetchNextPage(month, firstIndex, before, &page) || page.count > wire::RecordsPerPage)
             return false;
         const std::string text = recordLines(page, 0, firstIndex);
         const auto size = static_cast<qint64>(text.size());
         if (file->write(text.data(), size) != size)
             return false;
-        if (page.count < wire::RecordsPerPage)
-            break;
+        if (page.count < wire::RecordsPerPage) {
+            *lastCount = page.count;
+            return true;
+        }
+        setWindowTitle(tr("Access Record Management: %1 records").arg(firstIndex + page.count));
     }
-    *lastCount = page.count;
-    return true;
+    return false;
 }
 
 void AccessRecordDlg::delRecordBtnClickAct()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/exchange.h"
 #include "widgets/devicedialog.h"
 
 #include <string>
@@ -21,6 +22,9 @@ public:
     /// Lets a date edit choose a month from three years before today to one year after.
     static void prepareMonthEdit(QDateEdit *edit, const QDate &today);
 
+    /// Esc and closing; during an export they end it, once a page has to be asked for again.
+    void reject() override;
+
 private slots:
     void delRecordBtnClickAct();
     void readRecordBtnClickAct();
@@ -34,20 +38,28 @@ private:
     {
         std::vector<uint8_t> bytes;
         uint32_t count = 0;
+
+        bool operator==(const RecordPage &other) const;
     };
 
     QLayout *createDateRow();
     QLayout *createButtonGrid();
 
     bool fetchPage(const QDate &month, uint32_t firstIndex, RecordPage *page);
-    /// Tries without end while the connection stands; false when it is gone. Afterwards nothing is
-    /// under way any more.
-    bool fetchPageAtLast(const QDate &month, uint32_t firstIndex, RecordPage *page);
+    /// Asks until the page has come. Returns false when the connection is gone, the operator ends
+    /// the export, or the terminal sends the page `before` three times in a row.
+    bool fetchNextPage(const QDate &month, uint32_t firstIndex, const RecordPage &before,
+                       RecordPage *page);
     /// The lines of a page's records from the one at `from` on; the page begins with the month's
     /// record `firstIndex`.
     static std::string recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex);
-    /// False when the connection is gone or the file cannot be written.
+    /// Returns false when a page cannot be had or the file cannot be written.
     bool exportPages(const QDate &month, QSaveFile *file, uint32_t *lastCount);
+    bool exportMonth(const QDate &month, const QString &path, uint32_t *lastCount);
+    void setExporting(bool started);
 
+    bool cancelled = false; ///< by the operator, during an export
+    bool exporting = false;
+    int pageRounds = TimeOutRounds; ///< how long a page is waited for, in milliseconds
     QDateEdit *dateEdit;
 };

@@ -56,6 +56,7 @@ void RemoteEnrollDlg::readBtnClickAct()
 
 bool RemoteEnrollDlg::readImage(int index, std::vector<uint8_t> *pair)
 {
+    client->resynchronize();
     if (!client->getRemoteEnrollImages(pair->data(), pair->size(), userId,
                                        static_cast<uint8_t>(index)))
         return true;
@@ -72,6 +73,7 @@ bool RemoteEnrollDlg::readImage(int index, std::vector<uint8_t> *pair)
 
 void RemoteEnrollDlg::readFeatures(std::vector<uint8_t> *buffer)
 {
+    client->resynchronize();
     if (!client->getRemoteFeatures(buffer->data(), buffer->size(), userId))
         return;
     log(tr("Features loaded."));

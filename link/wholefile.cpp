@@ -1,6 +1,7 @@
 #include "link/wholefile.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 bool writeWholeFile(const QString &path, const QByteArray &content)
@@ -15,6 +16,22 @@ bool commitWhole(QSaveFile *file)
 {
     // What is still buffered at commit() can be lost on a full disk without a word.
     return file->flush() && file->commit();
+}
+
+bool commitKeepingLonger(QSaveFile *file)
+{
+    const QFileInfo old(file->fileName());
+    if (!file->flush() || !old.exists() || old.size() <= file->size())
+        return commitWhole(file);
+    const QString path = old.canonicalFilePath(); // of the file itself, not of a link to it
+    const QString kept = path + QStringLiteral(".bak");
+    QFile::remove(kept);
+    if (!QFile::rename(path, kept))
+        return false;
+    if (commitWhole(file))
+        return true;
+    QFile::rename(kept, path);
+    return false;
 }
 
 bool readFile(const QString &path, qint64 most, QByteArray *content)

@@ -171,6 +171,7 @@ void TestDialogs::limitsWhatIsTyped()
 void TestDialogs::loadsARemoteEnrollment_data()
 {
     QTest::addColumn<int>("refused");      ///< index of an image; 5: the features; -1: none
+    QTest::addColumn<int>("silent");       ///< the same, for a request without an answer
     QTest::addColumn<QString>("obstacle"); ///< in remote/; a dot: remote/ itself is missing
     QTest::addColumn<int>("requests");
     QTest::addColumn<QStringList>("lines");
@@ -182,23 +183,26 @@ void TestDialogs::loadsARemoteEnrollment_data()
               << QString("Firmware saved：%1/remote_img%2.raw").arg(folder).arg(number);
     whole << "Features loaded."
           << "Features saved：" + folder + "/remote_feat.bin";
-    QTest::newRow("all") << -1 << "" << 6 << whole;
+    QTest::newRow("all") << -1 << -1 << "" << 6 << whole;
+    QTest::newRow("image-silent") << -1 << 0 << "" << 6
+                                  << QStringList("Fail to accept ACK.") + whole.mid(2);
     QTest::newRow("image-refused")
-        << 1 << "" << 6 << whole.mid(0, 2) + QStringList("Wrong parameter.") + whole.mid(4);
+        << 1 << -1 << "" << 6 << whole.mid(0, 2) + QStringList("Wrong parameter.") + whole.mid(4);
     QTest::newRow("features-refused")
-        << 5 << "" << 6 << whole.mid(0, 10) + QStringList("Wrong parameter.");
-    QTest::newRow("no-folder") << -1 << "." << 1
+        << 5 << -1 << "" << 6 << whole.mid(0, 10) + QStringList("Wrong parameter.");
+    QTest::newRow("no-folder") << -1 << -1 << "." << 1
                                << QStringList{"read the 1th image", "Fail to save the image."};
-    QTest::newRow("image-not-writable")
-        << -1 << "remote_img2.raw" << 2 << whole.mid(0, 3) + QStringList("Fail to save the image.");
+    QTest::newRow("image-not-writable") << -1 << -1 << "remote_img2.raw" << 2
+                                        << whole.mid(0, 3) + QStringList("Fail to save the image.");
     QTest::newRow("features-not-writable")
-        << -1 << "remote_feat.bin" << 6
+        << -1 << -1 << "remote_feat.bin" << 6
         << whole.mid(0, 11) + QStringList("Fail to save the features.");
 }
 
 void TestDialogs::loadsARemoteEnrollment()
 {
     QFETCH(int, refused);
+    QFETCH(int, silent);
     QFETCH(QString, obstacle);
     QFETCH(int, requests);
     QFETCH(QStringList, lines);
@@ -212,9 +216,14 @@ void TestDialogs::loadsARemoteEnrollment()
             i < 5 ? hex("EAC5 000006 27 000000FF") + char(i) : hex("EAC5 000005 28 000000FF");
         const QByteArray data = i < 5 ? frame(i, 1) + frame(i, 2) : features;
         const QByteArray answer = head(data.size() + 1) + '\0' + data;
-        rig.peer.expect({request, {i == refused ? hex("EAC5 000001 02") : answer}});
+        if (i == silent)
+            rig.peer.expect({request, {}});
+        else
+            rig.peer.expect({request, {i == refused ? hex("EAC5 000001 02") : answer}});
     }
     rig.click("readBtnClickAct");
+    // A late picture could still arrive on the old connection.
+    QCOMPARE(rig.peer.connectionCount(), silent < 0 ? 1 : 2);
     QCOMPARE(rig.lines(), lines);
 
     int files = 0;

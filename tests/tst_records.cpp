@@ -6,6 +6,8 @@
 #include <QDateEdit>
 #include <QtTest>
 
+Q_DECLARE_METATYPE(ScriptedPeer::Exchange)
+
 class TestRecords : public QObject
 {
     Q_OBJECT
@@ -21,6 +23,7 @@ private slots:
     void exportsUtf8Only();
     void keepsTheOldFile_data();
     void keepsTheOldFile();
+    void keepsALongerFile();
     void removes();
     void reachesEveryMonth_data();
     void reachesEveryMonth();
@@ -86,6 +89,12 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
 }
 
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+}
+
 struct RecordRig : DialogRig
 {
     RecordRig()
@@ -109,8 +118,11 @@ void TestRecords::showsAPage_data()
          record(255, "", "", "", ""), record(2, "a", "b", "c", "d")},
         {"Index0: (2026-11-01, 09:05:00, Palm, 张三, Lab)", "Index1: (a, b, Card, c, d)",
          "Index2: (, , , , )", "Index3: (a, b, , c, d)"});
-    row("literal", {record(0, "<b>1</b>", "%1 %2", "a\nb", "&lt;%3")},
-        {"Index0: (<b>1</b>, %1 %2, Palm, a", "b, &lt;%3)"});
+    row("literal", {record(0, "<b>1</b>", "%1 %2", "ab", "&lt;%3")},
+        {"Index0: (<b>1</b>, %1 %2, Palm, ab, &lt;%3)"});
+    row("control-characters",
+        {record(0, "a\nIndex1: (b", "\x1B[2K\r", "\t\x7F\xC2\x85", "\xE2\x80\xA8\xE2\x80\xA9")},
+        {QString("Index0: (a%1Index1: (b, %1[2K%1, Palm, %1%1%1, %1%1)").arg(QChar(0xFFFD))});
     row("behind-zero", {record(0, QByteArray("a\0b", 3), QByteArray("\0c", 2), "d", "e")},
         {"Index0: (a, , Palm, d, e)"});
     row("full-field", {record(0, QByteArray(16, 'a'), "b", "c", "d")},
@@ -209,6 +221,12 @@ void TestRecords::exportsAMonth_data()
     // Time-outs last longer on a busy machine: there may be none.
     QTest::newRow("slow") << 3001 << 1 << "getMonthRecords:delay=1200"
                           << "";
+    QTest::newRow("late") << 6001 << 1 << "getMonthRecords:late,from=2,times=1"
+                          << "Fail to accept ACK.";
+    QTest::newRow("doubled") << 6001 << 1 << "getMonthRecords:double=1"
+                             << "";
+    QTest::newRow("doubled-later") << 6001 << 1 << "getMonthRecords:double=4"
+                                   << "";
     QTest::newRow("counts-too-many") << 6001 << 1 << "getMonthRecords:length=200003,from=2,times=1"
                                      << "Unknown error: 0";
 }
@@ -271,32 +289,80 @@ void TestRecords::exportsUtf8Only()
 void TestRecords::keepsTheOldFile_data()
 {
     QTest::addColumn<bool>("blocked"); ///< something stands where the file would
-    QTest::addColumn<bool>("breaks");  ///< the connection, in the middle of the second page
-    QTest::newRow("connection-gone") << false << true;
-    QTest::newRow("not-writable") << true << false;
+    QTest::addColumn<bool>("ended");   ///< by Esc, while the second page is waited for
+    QTest::addColumn<QList<ScriptedPeer::Exchange>>("script");
+    const QByteArray whole =
+        hex("EAC5 0493E3 00 0BB8") + record(0, "a", "b", "c", "d").repeated(3000);
+    const QByteArray tooMany =
+        hex("EAC5 04944700 0BB9") + record(0, "a", "b", "c", "d").repeated(3001);
+    const ScriptedPeer::Exchange first{pageRequest(0), {whole}};
+    const ScriptedPeer::Exchange again{pageRequest(3000), {whole}};
+    using Script = QList<ScriptedPeer::Exchange>;
+    QTest::newRow("not-writable") << true << false << Script();
+    QTest::newRow("connection-gone")
+        << false << false << Script{first, {pageRequest(3000), {whole.left(5000)}, true}};
+    QTest::newRow("ended-by-operator") << false << true << Script{first, {pageRequest(3000), {}}};
+    QTest::newRow("same-page-again") << false << false << Script{first, again, again, again};
+    QTest::newRow("too-long-a-page") << false << false << Script{{pageRequest(0), {tooMany}}};
 }
 
 void TestRecords::keepsTheOldFile()
 {
     QFETCH(bool, blocked);
-    QFETCH(bool, breaks);
-    if (blocked) {
+    QFETCH(bool, ended);
+    QFETCH(QList<ScriptedPeer::Exchange>, script);
+    if (blocked)
         QVERIFY(folder().mkpath(exportPath() + "/full"));
-    } else {
-        QFile old(exportPath());
-        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old\n") == 4);
-    }
+    else
+        write(exportPath(), "old\n");
     RecordRig rig;
-    if (breaks) {
-        const QByteArray whole = record(0, "a", "b", "c", "d").repeated(3000);
-        rig.peer.expect({pageRequest(0), {hex("EAC5 0493E3 00 0BB8") + whole}});
-        rig.peer.expect({pageRequest(3000), {hex("EAC5 0493E3 00 0BB8") + whole.left(5000)}, true});
-    }
+    for (const ScriptedPeer::Exchange &exchange : script)
+        rig.peer.expect(exchange);
+    QStringList titles;
+    QTimer operatorTimer;
+    connect(&operatorTimer, &QTimer::timeout, [&] {
+        titles.append(rig.dialog->windowTitle());
+        QVERIFY(!rig.find<QPushButton>("delRecordBtnClickAct")->isEnabled());
+        if (ended)
+            QTest::keyClick(rig.dialog.get(), Qt::Key_Escape);
+    });
+    operatorTimer.start(100);
     rig.click("exportRecordBtnClickAct");
+    operatorTimer.stop();
     QCOMPARE(rig.lines().last(), QString("Fail to save the data file."));
     QCOMPARE(folder().entryList({"record_*"}).size(), 1); // nor is there half a file
     if (!blocked)
         QCOMPARE(contentOf(exportPath()), QByteArray("old\n"));
+    QVERIFY(!ended || titles.contains("Access Record Management: 3000 records"));
+    QVERIFY(rig.find<QPushButton>("delRecordBtnClickAct")->isEnabled());
+    QVERIFY(rig.dialog->isVisible());
+    QCOMPARE(rig.dialog->windowTitle(), QString("Access Record Management"));
+}
+
+void TestRecords::keepsALongerFile()
+{
+    const QByteArray one = "Index0: (a, b, Palm, c, d)\n";
+    const QByteArray none = head(3) + QByteArray(3, '\0');
+    const auto exported = [](const QByteArray &reply) {
+        RecordRig rig;
+        rig.peer.expect({pageRequest(0), {reply}});
+        rig.click("exportRecordBtnClickAct");
+        return rig.lines().last().startsWith("Record data saved to ");
+    };
+    write(exportPath(), one);
+    QVERIFY(exported(page({record(0, "e", "f", "g", "h")}))); // of the same length
+    QCOMPARE(contentOf(exportPath() + ".bak"), QByteArray("no file"));
+    write(exportPath() + ".bak", "older\n");
+    write(exportPath(), one);
+    QVERIFY(exported(none));
+    QCOMPARE(contentOf(exportPath()), QByteArray());
+    QCOMPARE(contentOf(exportPath() + ".bak"), one);
+
+    write(exportPath(), one);
+    QFile::remove(exportPath() + ".bak");
+    QVERIFY(folder().mkpath(exportPath() + ".bak/full"));
+    QVERIFY(!exported(none));
+    QCOMPARE(contentOf(exportPath()), one);
 }
 
 void TestRecords::removes()

@@ -89,6 +89,10 @@ Qt %3</translation>
         <source>Record cleared.</source>
         <translation>记录已清空。</translation>
     </message>
+    <message>
+        <source>Access Record Management: %1 records</source>
+        <translation>通行记录管理：%1 条记录</translation>
+    </message>
 </context>
 <context>
     <name>AddUserDlg</name>
