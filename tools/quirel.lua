@@ -306,12 +306,27 @@ end
 
 local function queue_of_connection(pinfo, is_request)
     local connection = connection_of(pinfo, is_request)
-    unanswered[connection] = unanswered[connection] or {}
+    unanswered[connection] = unanswered[connection] or { first = 1, last = 0 }
     return unanswered[connection]
 end
 
-local function drop_oldest(queue, pinfo)
-    table.remove(queue, 1).dropped = pinfo.number
+local function oldest(queue)
+    return queue[queue.first]
+end
+
+-- Takes constant time, which table.remove does not: thousands of requests may wait.
+local function take_oldest(queue)
+    local exchange = oldest(queue)
+    if exchange then
+        queue[queue.first] = nil
+        queue.first = queue.first + 1
+    end
+    return exchange
+end
+
+local function add_newest(queue, exchange)
+    queue.last = queue.last + 1
+    queue[queue.last] = exchange
 end
 
 -- What is being answered stays, however long that takes.
@@ -323,24 +338,24 @@ local function begin_exchange(pinfo, packet)
     local queue = queue_of_connection(pinfo, true)
     local exchange = { command = packet:len() > HEAD_SIZE and find_command(packet)
         or { name = "request without command" }, asked = pinfo.number, since = pinfo.rel_ts,
-        overtakes = queue[1] and queue[1].asked }
-    while queue[1] and is_given_up(queue[1], pinfo.rel_ts) do
-        drop_oldest(queue, pinfo)
+        overtakes = oldest(queue) and oldest(queue).asked }
+    while oldest(queue) and is_given_up(oldest(queue), pinfo.rel_ts) do
+        take_oldest(queue).dropped = pinfo.number
     end
-    queue[#queue + 1] = exchange
+    add_newest(queue, exchange)
     return exchange
 end
 
 -- The beginning of a reply came.
 local function note_answering(pinfo)
-    local exchange = queue_of_connection(pinfo, false)[1]
+    local exchange = oldest(queue_of_connection(pinfo, false))
     if exchange and not pinfo.visited then
         exchange.being_answered = true
     end
 end
 
 local function end_exchange(pinfo)
-    local exchange = table.remove(queue_of_connection(pinfo, false), 1)
+    local exchange = take_oldest(queue_of_connection(pinfo, false))
     if exchange then
         exchange.answered, exchange.took = pinfo.number, pinfo.rel_ts - exchange.since
     end
@@ -373,9 +388,9 @@ end
 
 function openings.dissector(frame, pinfo)
     local queue = not pinfo.visited and next(unanswered) and unanswered[connection_of(pinfo, true)]
-    if queue and queue[1] and is_opening(frame, pinfo) then
-        while queue[1] do
-            drop_oldest(queue, pinfo)
+    if queue and oldest(queue) and is_opening(frame, pinfo) then
+        while oldest(queue) do
+            take_oldest(queue).dropped = pinfo.number
         end
     end
     return 0

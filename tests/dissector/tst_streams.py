@@ -4,6 +4,7 @@ every request and reply cut at every length; and what the simulated terminal, wh
 argument, replies. Needs tshark, but no right to capture."""
 
 import os
+import re
 import socket
 import subprocess
 import sys
@@ -323,6 +324,17 @@ def check_shared_segment(folder, findings):
             "getRtcTime reply, 6 bytes; getTofBias reply, 2 bytes; getTofDistance reply, 2 bytes"])
 
 
+def check_many_waiting(folder, findings):
+    """Requests that are all sent before the first reply comes."""
+    names = ["getMode", "getTofBias"] * 5000
+    path = os.path.join(folder, "waiting.pcap")
+    with pcap.Capture(path) as capture:
+        add_exchange(capture.connect(), bytes.fromhex("EAC5 000001 05 EAC5 000001 0B" * 5000),
+                     bytes.fromhex("EAC5 000001 03 EAC5 000002 03E9" * 5000))
+    shown = shark.tshark(folder, path, "-T", "fields", "-e", "quirel.name")
+    findings.same("many waiting", re.findall(r"\w+", shown) == names * 2, True)
+
+
 def check_ports(folder, findings):
     """A terminal that listens elsewhere is found by preference or by Decode As."""
     def build(capture):
@@ -371,7 +383,7 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         for check in (check_exchanges, check_simulator, check_odd_streams,
                       check_lost_replies, check_repeated_segment, check_shared_segment,
-                      check_ports, check_half_captured, check_every_length):
+                      check_many_waiting, check_ports, check_half_captured, check_every_length):
             check(folder, findings)
     findings.finish()
 
