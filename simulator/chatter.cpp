@@ -6,6 +6,14 @@
 #include <iterator>
 
 namespace sim {
+namespace {
+
+bool recognises(DeviceMode mode)
+{
+    return mode == DeviceMode::LocalRecognition || mode == DeviceMode::RemoteRecognition;
+}
+
+} // namespace
 
 Chatter::Chatter(const Device &device, quint32 seed)
     : m_device(device),
@@ -23,9 +31,11 @@ QString Chatter::greeting() const
 QString Chatter::nextLine()
 {
     using Line = QString (Chatter::*)();
-    constexpr Line Lines[] = {&Chatter::palmSeen, &Chatter::userRecognised, &Chatter::doorRelay,
-                              &Chatter::temperature, &Chatter::heartbeat};
-    return (this->*Lines[m_random.bounded(quint32(std::size(Lines)))])();
+    constexpr Line Lines[] = {&Chatter::palmSeen, &Chatter::temperature, &Chatter::heartbeat,
+                              &Chatter::userRecognised, &Chatter::doorRelay};
+    constexpr quint32 LinesOfAnyMode = 3; // the others need a recognition
+    const quint32 count = recognises(m_device.mode()) ? quint32(std::size(Lines)) : LinesOfAnyMode;
+    return (this->*Lines[m_random.bounded(count)])();
 }
 
 QString Chatter::palmSeen()

@@ -15,6 +15,7 @@ public:
     Chatter(const Device &device, quint32 seed);
 
     QString greeting() const;
+    /// Tells of recognitions and passages in the recognition modes only.
     QString nextLine();
 
 private:

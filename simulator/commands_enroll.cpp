@@ -19,7 +19,7 @@ Status obstacle(const Device &device, DeviceMode mode, quint32 userId)
     const bool local = mode == DeviceMode::Enroll;
     if (userId == 0 || (!local && mode != DeviceMode::RemoteEnroll))
         return Status::WrongParameter;
-    if (device.enrolling())
+    if (device.enrolling() && !(local && device.enrollingLocally(userId)))
         return Status::Busy;
     return local ? localObstacle(device, userId) : Status::Ok;
 }

@@ -46,6 +46,11 @@ bool Device::setMode(quint8 code)
     return true;
 }
 
+bool Device::enrollingLocally(quint32 userId) const
+{
+    return mode() == DeviceMode::Enroll && m_enrollment.userId() == userId;
+}
+
 void Device::startEnrollment(DeviceMode mode, quint32 userId)
 {
     if (mode == DeviceMode::RemoteEnroll) {

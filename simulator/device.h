@@ -31,7 +31,9 @@ public:
     bool setMode(quint8 code);
 
     bool enrolling() const { return m_enrollment.active(); }
-    /// `mode` is one of the two enrollments; only while none is under way.
+    /// Whether this user is being enrolled at the terminal itself.
+    bool enrollingLocally(quint32 userId) const;
+    /// `mode` is one of the two enrollments. One that is under way is begun anew.
     void startEnrollment(DeviceMode mode, quint32 userId);
     /// What the last remote enrollment of that user brought in: the two frames of a pair, one
     /// behind the other, and features. Empty when there was none, or no such pair.

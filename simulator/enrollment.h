@@ -22,7 +22,7 @@ public:
     DeviceMode mode() const { return m_mode; }
     quint32 userId() const { return m_userId; }
 
-    /// Only while none is under way.
+    /// Begins anew when one is under way.
     void start(DeviceMode mode, quint32 userId);
     /// Does nothing when none is under way.
     void cancel();

@@ -1,6 +1,5 @@
 #include "tests/simclient.h"
 
-#include <QElapsedTimer>
 #include <QTcpServer>
 #include <QtTest>
 
@@ -17,7 +16,7 @@ private slots:
     void hostileDocuments_data();
     void hostileDocuments();
     void clockAndSerialNumber();
-    void palmMovesSmoothly();
+    void palmIsOverTheSensor();
     void rebootDropsAndComesBack();
     void nothingIsDoneBehindAReboot();
     void onlySoManyConsoles();
@@ -128,20 +127,13 @@ void TestSimulatorDevice::clockAndSerialNumber()
     QCOMPARE(client.askJson("EAC500000117")["dev_serial"].toString(), QString("KV2403abcDEF789"));
 }
 
-void TestSimulatorDevice::palmMovesSmoothly()
+void TestSimulatorDevice::palmIsOverTheSensor()
 {
     const SimTerminal terminal;
     SimClient client(terminal);
-    const auto height = [&] {
-        const QByteArray reply = client.ask(hex("EAC5000001 00"));
-        return at(reply, 5) << 8 | at(reply, 6);
-    };
-    const int first = height();
-    QElapsedTimer timer;
-    timer.start();
-    QTRY_VERIFY(height() != first);
-    QVERIFY(qAbs(height() - first) <= 2 + timer.elapsed() / 20);
-    QVERIFY(first >= 60 && first <= 160);
+    const QByteArray reply = client.ask(hex("EAC5000001 00"));
+    const int height = at(reply, 5) << 8 | at(reply, 6);
+    QVERIFY(height >= 60 && height <= 160);
 }
 
 void TestSimulatorDevice::rebootDropsAndComesBack()

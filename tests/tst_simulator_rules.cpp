@@ -1,3 +1,4 @@
+#include "simulator/chatter.h"
 #include "tests/simclient.h"
 
 #include <QJsonArray>
@@ -55,6 +56,7 @@ private slots:
     void enrollmentKeepsBusy_data();
     void enrollmentKeepsBusy();
     void enrollments();
+    void recognisesInItsModesOnly();
     void recordPages();
     void listsStayBelowTheWait();
     void longTextsAreCutAtCharacters();
@@ -190,15 +192,19 @@ void TestSimulatorRules::enrollmentKeepsBusy()
     QCOMPARE(client.ask(start), status(0));
     QCOMPARE(client.ask(hex("EAC5000001 05")), status(at(start, 6)));
     for (const QByteArray &change :
-         {hex("EAC5000006 04 01 00000003"), hex("EAC5000006 04 06 000000FF"), hex("EAC5000001 0E"),
+         {hex("EAC5000006 04 01 00000001"), hex("EAC5000006 04 06 000000FF"), hex("EAC5000001 0E"),
           addUser("00000009 00000000", "A"), hex("EAC5000005 31 00000001"),
           hex("EAC5000005 34 00000001"), import("00 00000001")})
         QCOMPARE(client.ask(change), status(1));
     QCOMPARE(client.ask(hex("EAC5000006 04 01 00000000")), status(2));
     QCOMPARE(client.ask(hex("EAC5000006 04 05 00000003")), status(2));
     QSignalSpy told(&terminal.device(), SIGNAL(happened(QString)));
+    const bool local = at(start, 6) == 1; // begins anew for the same user
+    QCOMPARE(client.ask(start), status(local ? 0 : 1));
+    QCOMPARE(client.ask(hex("EAC5000006 04 06 00000003")), status(1));
     QCOMPARE(client.ask(hex("EAC5000002 0404")), status(0));
-    QVERIFY(told.at(0).at(0).toString().endsWith("cancelled"));
+    QCOMPARE(told.at(0).at(0).toString().endsWith("place the palm over the sensor"), local);
+    QVERIFY(told.at(local).at(0).toString().endsWith("cancelled"));
     QCOMPARE(client.ask(hex("EAC5000001 05")), status(4));
     QCOMPARE(client.ask(hex("EAC5000005 28 FFFFFFFF")), status(2));
     QCOMPARE(featuresOf(client, "3"), QString("3,3"));
@@ -240,6 +246,24 @@ void TestSimulatorRules::enrollments()
         QCOMPARE(client.ask(hex("EAC5000006 27 000000FF 00")).size(), 777606);
     }
     QCOMPARE(features.size(), 1); // the same from terminals of one seed
+}
+
+void TestSimulatorRules::recognisesInItsModesOnly()
+{
+    sim::Device device({});
+    for (const DeviceMode mode : {DeviceMode::LocalRecognition, DeviceMode::Idle,
+                                  DeviceMode::RemoteRecognition, DeviceMode::Enroll}) {
+        if (!device.setMode(static_cast<quint8>(mode)))
+            device.startEnrollment(mode, 1);
+        sim::Chatter chatter(device, 1);
+        QString told;
+        for (int i = 0; i < 100; ++i)
+            told += chatter.nextLine();
+        const bool recognises = mode != DeviceMode::Idle && mode != DeviceMode::Enroll;
+        QCOMPARE(told.contains("recognised"), recognises);
+        QCOMPARE(told.contains("relay"), recognises);
+        QVERIFY(told.contains("heartbeat"));
+    }
 }
 
 void TestSimulatorRules::recordPages()
