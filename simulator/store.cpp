@@ -11,18 +11,49 @@ namespace sim {
 namespace {
 
 constexpr int SaveDelayMs = 500;         // changes within this time are saved together
+constexpr int RetryMs = 2000;            // after a save that failed
 constexpr qint64 MostBytes = 64'000'000; // of a file; no state comes near
+
+QString lockPath(const QString &path)
+{
+    return path + QStringLiteral(".lock");
+}
+
+/// Opening a pipe would wait for somebody at its other end.
+bool isUsableFile(const QString &path, QString *error)
+{
+    const QFileInfo file(path);
+    const bool regular = file.isFile() || !file.exists();
+    if (regular && file.size() <= MostBytes)
+        return true;
+    *error =
+        QStringLiteral("Cannot use %1: %2")
+            .arg(path, regular ? QStringLiteral("too long") : QStringLiteral("not a regular file"));
+    return false;
+}
+
+/// A full disk takes a part, and names the reason only when it is given the rest.
+bool writeAll(QSaveFile &file, const QByteArray &text)
+{
+    qint64 done = 0;
+    while (done < text.size()) {
+        const qint64 written = file.write(text.constData() + done, text.size() - done);
+        if (written <= 0)
+            return false;
+        done += written;
+    }
+    return true;
+}
 
 } // namespace
 
 Store::Store(Device &device, const QString &path)
     : m_device(device),
       m_path(path),
-      m_lock(path + QStringLiteral(".lock"))
+      m_lock(lockPath(path))
 {
     m_lock.setStaleLockTime(0); // held as long as its program runs
     m_timer.setSingleShot(true);
-    m_timer.setInterval(SaveDelayMs);
     connect(&m_timer, SIGNAL(timeout()), this, SLOT(save()));
     connect(&m_device, SIGNAL(stateChanged()), this, SLOT(noteChange()));
 }
@@ -31,18 +62,14 @@ Store::~Store()
 {
     if (m_unsaved)
         save();
+    if (m_unsaved)
+        qWarning("The last changes are not in %s", qPrintable(m_path));
 }
 
 bool Store::open(QString *error)
 {
-    const QFileInfo file(m_path);
-    if (file.exists() && (!file.isFile() || file.size() > MostBytes)) {
-        *error = QStringLiteral("Cannot use %1: %2")
-                     .arg(m_path, file.isFile() ? QStringLiteral("too long")
-                                                : QStringLiteral("not a regular file"));
-        return false;
-    }
-    m_open = lock(error) && (QFile::exists(m_path) ? load(error) : write(error));
+    m_open = isUsableFile(m_path, error) && isUsableFile(lockPath(m_path), error) && lock(error) &&
+             (QFile::exists(m_path) ? load(error) : write(error));
     return m_open;
 }
 
@@ -77,7 +104,7 @@ bool Store::write(QString *error) const
 {
     const QByteArray text = toText(stateDocument(m_device.state)) + '\n';
     QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush() &&
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, text) &&
         file.commit())
         return true;
     *error = QStringLiteral("Cannot write %1: %2").arg(m_path, file.errorString());
@@ -88,7 +115,7 @@ void Store::noteChange()
 {
     m_unsaved = m_open;
     if (m_open && !m_timer.isActive())
-        m_timer.start();
+        m_timer.start(SaveDelayMs);
 }
 
 void Store::save()
@@ -96,7 +123,10 @@ void Store::save()
     QString error;
     m_unsaved = !write(&error);
     if (m_unsaved)
-        qWarning("%s", qPrintable(error));
+        m_timer.start(RetryMs);
+    if (error != m_saveError)
+        qWarning("%s", qPrintable(m_unsaved ? error : QStringLiteral("Saved %1").arg(m_path)));
+    m_saveError = error;
 }
 
 } // namespace sim

@@ -9,7 +9,8 @@
 namespace sim {
 
 /// Keeps a device's state in a file: writes it a moment after a change and, at the latest, when
-/// this object goes. The file is replaced as a whole, so that there is always a whole one.
+/// this object goes. The file is replaced as a whole, so that there is always a whole one. A save
+/// that failed is tried again every few seconds.
 class Store : public QObject
 {
     Q_OBJECT
@@ -37,6 +38,7 @@ private:
     QTimer m_timer;
     bool m_open = false;
     bool m_unsaved = false;
+    QString m_saveError; ///< of the last save; empty when it succeeded
 };
 
 } // namespace sim

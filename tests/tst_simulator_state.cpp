@@ -6,6 +6,12 @@
 
 #include <memory>
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#endif
+
 namespace {
 
 QByteArray contentOf(const QString &path)
@@ -34,6 +40,7 @@ private slots:
     void foreignFilesAreRefused_data();
     void foreignFilesAreRefused();
     void placesWithoutAFileAreRefused();
+    void failedSavesAreTriedAgain();
 
 private:
     /// A terminal that keeps its state in the file; nullptr, with the reason, when it does not.
@@ -196,6 +203,39 @@ void TestSimulatorState::placesWithoutAFileAreRefused()
     m_path += "/none/state.json";
     QVERIFY(!start(&error));
     QVERIFY2(error.startsWith("Cannot write " + m_path), qPrintable(error));
+#ifdef Q_OS_UNIX
+    m_path = m_directory->filePath("state.json");
+    for (const char *pipe : {".lock", ""}) { // neither is waited for
+        QCOMPARE(mkfifo(QFile::encodeName(m_path + pipe).constData(), 0600), 0);
+        QVERIFY(!start(&error));
+        QCOMPARE(error, "Cannot use " + m_path + pipe + ": not a regular file");
+    }
+#endif
+}
+
+void TestSimulatorState::failedSavesAreTriedAgain()
+{
+#ifdef Q_OS_UNIX
+    static QStringList told;
+    const auto terminal = start();
+    for (quint32 id = 100; id < 200; ++id)
+        terminal->device().state.users[id] = {id, id, QString(32, 'u'), QString(), 3, 3};
+    const auto handler = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &line) { told << line; });
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit former;
+    getrlimit(RLIMIT_FSIZE, &former);
+    const rlimit full{4096, former.rlim_max}; // a part of the file still fits
+    setrlimit(RLIMIT_FSIZE, &full);
+    SimClient(*terminal).ask(hex("EAC5000005 31 00000003"));
+    const bool failed = QTest::qWaitFor([] { return !told.isEmpty(); });
+    setrlimit(RLIMIT_FSIZE, &former);
+    const bool saved = QTest::qWaitFor([] { return told.size() > 1; });
+    qInstallMessageHandler(handler);
+    QVERIFY(failed && saved);
+    QCOMPARE(told, QStringList({"Cannot write " + m_path + ": File too large", "Saved " + m_path}));
+    QVERIFY(contentOf(m_path).size() > 4096 && !contentOf(m_path).contains("Anna Keller"));
+#endif
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorState)
