@@ -16,6 +16,7 @@ struct Delivery
     int pauseMs = 0;   ///< between two pieces
     End end = End::Stay;
     bool late = false;  ///< waits for the next request
+    int againMs = -1;   ///< sent once more so much later, ahead of the `end`; negative: not
     QStringList faults; ///< names of those it suffered
 };
 

@@ -22,6 +22,7 @@ struct Fault
         CloseAfter,    ///< the reply's first `value` bytes, 0 or more, then an orderly end
         ResetAfter,    ///< the same, then a reset; unread bytes may be lost with it
         TrailingBytes, ///< `value` bytes 0xEE behind the reply, up to MostTrailingBytes
+        Double,        ///< the same reply once more, `value` ms later, up to MostMs
         Late,          ///< held back until the next request, then sent ahead of that one's reply
     };
 

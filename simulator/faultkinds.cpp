@@ -92,6 +92,11 @@ void trail(const Strike &strike)
     strike.reply.bytes.append(strike.value, TrailingByte);
 }
 
+void doubleReply(const Strike &strike)
+{
+    strike.reply.againMs = strike.value;
+}
+
 void late(const Strike &strike)
 {
     strike.reply.late = true;
@@ -111,6 +116,7 @@ constexpr FaultKind Kinds[] = {
     {Kind::ResetAfter, Form::Place, "reset", 0, Fault::WholeReply, "before|BYTES|after",
      resetAfter},
     {Kind::TrailingBytes, Form::Number, "trail", 0, Fault::MostTrailingBytes, "BYTES", trail},
+    {Kind::Double, Form::Optional, "double", 0, Fault::MostMs, "MS", doubleReply},
     {Kind::Late, Form::None, "late", 0, 0, "", late},
 };
 
@@ -118,6 +124,17 @@ const FaultKind &kindOf(const Fault &fault)
 {
     return *std::find_if(std::begin(Kinds), std::end(Kinds),
                          [&](const FaultKind &kind) { return kind.kind == fault.kind; });
+}
+
+QString syntaxOf(const FaultKind &kind)
+{
+    const QString name = QString::fromLatin1(kind.name);
+    if (kind.form == Form::None)
+        return name;
+    const bool optional = kind.form == Form::Optional;
+    return QStringLiteral("%1%2 (%3 to %4)")
+        .arg(name, QString::fromLatin1(optional ? "[=%1]" : "=%1").arg(QLatin1String(kind.help)),
+             QString::number(kind.lowest), QString::number(kind.highest));
 }
 
 } // namespace
@@ -142,12 +159,9 @@ const FaultKind *findKind(const QString &name, bool hasSign)
 QString listKinds()
 {
     QStringList kinds;
-    for (const FaultKind &kind : Kinds) {
-        const QString value = QString::fromLatin1(kind.help);
-        kinds << QString::fromLatin1(kind.name) +
-                     (value.isEmpty() ? value : QLatin1Char('=') + value);
-    }
-    return kinds.join(QStringLiteral(", "));
+    for (const FaultKind &kind : Kinds)
+        kinds << syntaxOf(kind);
+    return kinds.join(QLatin1Char('\n'));
 }
 
 } // namespace sim

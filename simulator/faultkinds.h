@@ -22,8 +22,9 @@ struct FaultKind
     enum class Form : quint8 {
         None,
         Number,
-        Signed, ///< with its sign; a kind of the same name takes the number without one
-        Place,  ///< a number, "before" (0) or "after" (Fault::WholeReply)
+        Optional, ///< a number that may be missing with its "=", then 0
+        Signed,   ///< with its sign; a kind of the same name takes the number without one
+        Place,    ///< a number, "before" (0) or "after" (Fault::WholeReply)
     };
 
     Fault::Kind kind;
@@ -38,7 +39,7 @@ struct FaultKind
 void applyFault(const Fault &fault, Delivery &reply, QRandomGenerator &random);
 /// nullptr when there is none of that name; `hasSign` tells whether the value carries one.
 const FaultKind *findKind(const QString &name, bool hasSign);
-/// Names and values of all kinds, to be shown.
+/// Names, values and ranges of all kinds, to be shown: a line each.
 QString listKinds();
 
 } // namespace sim

@@ -121,10 +121,11 @@ bool Reader::readKind(const FaultKind &kind, const QString &word)
         return refuse("a second kind of fault:", word);
     m_hasKind = true;
     m_fault.kind = kind.kind;
-    const bool good = kind.form == Form::None
-                          ? word == m_name
-                          : (kind.form == Form::Place && readPlace(m_value, &m_fault.value)) ||
-                                readNumber(m_value, kind.lowest, kind.highest, &m_fault.value);
+    const bool good = word == m_name
+                          ? kind.form == Form::None || kind.form == Form::Optional
+                          : kind.form != Form::None &&
+                                ((kind.form == Form::Place && readPlace(m_value, &m_fault.value)) ||
+                                 readNumber(m_value, kind.lowest, kind.highest, &m_fault.value));
     return good || refuse("bad value:", word);
 }
 
@@ -167,10 +168,15 @@ bool parseFault(const QString &text, Fault *fault, QString *error)
 
 QString faultSyntax()
 {
-    return QStringLiteral("COMMAND:KIND[,from=N][,times=N][,chance=0..1]. COMMAND is a name such "
-                          "as getUserList, a code such as 0x10, or all. KIND is one of: %1. "
-                          "Pieces also take pause=MS. May be given several times.")
-        .arg(listKinds());
+    return QStringLiteral("COMMAND:KIND[,from=N][,times=N][,chance=P]; may be given several times, "
+                          "by default not at all.\n"
+                          "COMMAND is a name such as getUserList, a code such as 0x10, or all.\n"
+                          "from is the first request that is struck (1 to %1, default 1).\n"
+                          "times is so many strikes at most (1 to %1, default no limit).\n"
+                          "chance is that of a strike (0 to 1, default 1).\n"
+                          "KIND is one of:\n%2\n"
+                          "pieces also takes pause=MS (0 to %3, default 0).")
+        .arg(QString::number(MostRequests), listKinds(), QString::number(Fault::MostMs));
 }
 
 } // namespace sim

@@ -22,12 +22,22 @@ Outbox::Outbox(QTcpSocket *socket)
 void Outbox::send(const Delivery &delivery)
 {
     if (m_held)
-        m_queue.enqueue(*std::exchange(m_held, std::nullopt));
+        enqueue(*std::exchange(m_held, std::nullopt));
     if (delivery.late)
         m_held = delivery;
     else
-        m_queue.enqueue(delivery);
+        enqueue(delivery);
     advance();
+}
+
+void Outbox::enqueue(Delivery delivery)
+{
+    if (delivery.againMs >= 0) {
+        m_queue.enqueue(delivery);
+        m_queue.last().end = Delivery::End::Stay;
+        delivery.delayMs = delivery.againMs;
+    }
+    m_queue.enqueue(delivery);
 }
 
 void Outbox::resume()

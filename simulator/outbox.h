@@ -14,7 +14,7 @@ class QTcpSocket;
 namespace sim {
 
 /// Puts replies on a socket, each wholly before the next, at the pace they ask for. Whoever waits
-/// for idle() before answering another request keeps at most two of them here.
+/// for idle() before answering another request keeps at most two of them here, and their doubles.
 class Outbox : public QObject
 {
     Q_OBJECT
@@ -37,6 +37,7 @@ private slots:
     void resume();
 
 private:
+    void enqueue(Delivery delivery);
     void advance();
     /// One move towards an empty queue; false when it has to wait for resume().
     bool step();

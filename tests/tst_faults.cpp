@@ -112,6 +112,9 @@ void TestFaults::replies_data()
     row("getMode:status=255", "mo", "EAC5000001FF EAC500000102");
     row("getMode:trail=2", "mo", "EAC500000103EEEE EAC500000102");
     row("getMode:late", "mmo", "EAC500000103 EAC500000103 EAC500000102");
+    row("getMode:double", "mo", "EAC500000103 EAC500000103 EAC500000102");
+    row("getMode:late getMode:double=5", "moo",
+        "EAC500000103 EAC500000103 EAC500000102 EAC500000102");
     row("getMode:late 0x99:drop,times=1", "moo", "EAC500000103 EAC500000102");
     row("getMode:late getMode:pieces=4,pause=5", "moo", "EAC500000103 EAC500000102 EAC500000102");
     row("all:status=7 all:trail=1 all:cut=-2", "mo", "EAC5000001 EAC5000001");
@@ -137,6 +140,7 @@ void TestFaults::endings_data()
     QTest::newRow("getMode:times=1,close=before") << QByteArray() << true;
     QTest::newRow("getMode:times=1,close=3") << hex("EAC500") << true;
     QTest::newRow("getMode:times=1,close=after") << hex("EAC500000103") << true;
+    QTest::newRow("all:double getMode:times=1,close=3") << hex("EAC500 EAC500") << true;
     QTest::newRow("getMode:times=1,reset=before") << QByteArray() << false;
     QTest::newRow("getMode:times=1,reset=3") << hex("EAC500") << false;
     QTest::newRow("getMode:times=1,reset=after") << hex("EAC500000103") << false;
@@ -176,6 +180,7 @@ void TestFaults::takesTime()
     };
     QVERIFY(ms("all:delay=30 all:delay=30", 30, 0, Mode + Other, 12) >= 180);
     QVERIFY(ms("getMode:pieces=2,pause=30", 0, 0, Mode, 6) >= 60);
+    QVERIFY(ms("getMode:double=60", 0, 0, Mode, 12) >= 60);
     QVERIFY(ms("", 0, 4'000'000, Frame, FrameReply) >= 77);
     QVERIFY(ms("", 0, 600, Mode.repeated(11), 66) >= 80);
     QVERIFY(ms("all:pieces=3", 0, 600, Mode.repeated(11), 66) >= 80);
@@ -255,7 +260,7 @@ void TestFaults::consoleLeavesAmidst()
 {
     SimTerminal terminal;
     for (const char *fault : {"all:pieces=1", "all:pieces=1,pause=1", "0x99:delay=30", "0x99:late",
-                              "0x99:close=3", "0x99:reset=3"}) {
+                              "0x99:double=30", "0x99:close=3", "0x99:reset=3"}) {
         terminal.setFaults(planOf(fault));
         for (int i = 0; i < 10; ++i) {
             SimClient client(terminal);
@@ -285,7 +290,7 @@ void TestFaults::mistakes_data()
     row("getMode:drop,pause=1", "only pieces have a pause: \"getMode:drop,pause=1\"");
     for (const QByteArray word :
          {"drop=1", "cut=before", "cut=1=2", "delay=-1", "pieces=0", "length=0x1000000",
-          "status=256", "close=-1", "reset=middle", "trail=99999999999"})
+          "status=256", "close=-1", "double=", "status", "reset=middle", "trail=99999999999"})
         row("getMode:" + word, "bad value: \"" + word + '"');
     for (const QByteArray word : {"from=0", "chance=1.01", "chance=nan"})
         row("getMode:drop," + word, "bad value: \"" + word + '"');
