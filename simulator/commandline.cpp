@@ -50,25 +50,34 @@ constexpr NumberOption Numbers[] = {
      MostRecords},
 };
 
+QString descriptionOf(const NumberOption &number)
+{
+    return QStringLiteral("%1 From %2 to %3, default %4.")
+        .arg(QString::fromLatin1(number.description), QString::number(number.lowest),
+             QString::number(number.highest), QString::fromLatin1(number.value));
+}
+
 void describe(QCommandLineParser &parser)
 {
     parser.setApplicationDescription(QStringLiteral("A simulated palm-recognition terminal."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption({QStringLiteral("address"), QStringLiteral("Listen on this address."),
+    parser.addOption({QStringLiteral("address"),
+                      QStringLiteral("Listen on this IP address. Default 127.0.0.1."),
                       QStringLiteral("address"), QStringLiteral("127.0.0.1")});
     for (const NumberOption &number : Numbers)
-        parser.addOption({QString::fromLatin1(number.name), QString::fromLatin1(number.description),
+        parser.addOption({QString::fromLatin1(number.name), descriptionOf(number),
                           QString::fromLatin1(number.valueName),
                           QString::fromLatin1(number.value)});
     parser.addOption({QStringLiteral("data"),
                       QStringLiteral("Keep the terminal's state in this file; what it holds goes "
-                                     "before --records."),
+                                     "before --records. By default nothing is kept."),
                       QStringLiteral("file")});
     parser.addOption({QStringLiteral("fault"), faultSyntax(), QStringLiteral("fault")});
     parser.addOption(
         {QStringLiteral("end-with-input"), QStringLiteral("End when the standard input does.")});
-    parser.addOption({QStringLiteral("verbose"), QStringLiteral("Tell each command on stderr.")});
+    parser.addOption(
+        {QStringLiteral("verbose"), QStringLiteral("Print a line for each command on stderr.")});
 }
 
 QString complaint(const char *option, const QString &value)
