@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFileDialog>
+#include <QLocale>
 #include <QSaveFile>
 
 namespace {
@@ -62,9 +63,9 @@ void MainWindow::saveMixRawBtnClickAct()
 void MainWindow::savePng(const QString &prefix, const QImage &image)
 {
     const QString folder = QCoreApplication::applicationDirPath();
-    const QString name = prefix +
-                         QDateTime::currentDateTime().toString(QStringLiteral("yyMMddhhmmss")) +
-                         QStringLiteral(".png");
+    const QString time =
+        QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("yyMMddhhmmss"));
+    const QString name = prefix + time + QStringLiteral(".png");
     QSaveFile file(folder + QStringLiteral("/img/") + name);
     if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.flush())
         file.commit();

@@ -8,6 +8,7 @@
 #include <QDate>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QLocale>
 #include <QRegExpValidator>
 #include <QTime>
 
@@ -87,7 +88,8 @@ void setSysInfoDlg::randomSerialBtnClickAct()
 {
     serialEdit->clear();
     qsrand(static_cast<uint>(QTime::currentTime().msecsSinceStartOfDay()));
-    QString serial = QStringLiteral("KV") + QDate::currentDate().toString(QStringLiteral("yyMM"));
+    QString serial =
+        QStringLiteral("KV") + QLocale::c().toString(QDate::currentDate(), QStringLiteral("yyMM"));
     while (serial.size() < SerialLength)
         serial.append(randomCharacter());
     serialEdit->setText(serial);
@@ -96,7 +98,7 @@ void setSysInfoDlg::randomSerialBtnClickAct()
 void setSysInfoDlg::setSerialBtnClickAct()
 {
     const QByteArray serial = serialEdit->text().toLatin1();
-    if (serial.size() < SerialLength) {
+    if (serial.size() < SerialLength || !serialEdit->hasAcceptableInput()) {
         log(tr("Wrong format of serial number."));
         return;
     }

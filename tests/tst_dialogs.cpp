@@ -1,4 +1,5 @@
 #include "app/appearance.h"
+#include "app/language.h"
 #include "boxuser.h"
 #include "dialogrig.h"
 #include "dialogs/adduserdlg.h"
@@ -15,8 +16,11 @@ class TestDialogs : public QObject
 {
     Q_OBJECT
 
+public:
+    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // with digits of its own
+
 private slots:
-    void initTestCase() { prepareAppearance(); }
+    void initTestCase();
     void cleanup() { remote().removeRecursively(); }
     void addsAUser_data();
     void addsAUser();
@@ -57,6 +61,13 @@ QByteArray contentOf(const QString &path)
 }
 
 } // namespace
+
+void TestDialogs::initTestCase()
+{
+    prepareAppearance();
+    useLanguage();
+    QCOMPARE(QDate(2026, 1, 2).toString("yy"), QString("۲۶")); // so the locale is in force
+}
 
 void TestDialogs::addsAUser_data()
 {
@@ -259,6 +270,8 @@ void TestDialogs::setsTheSerialNumber_data()
                              << QStringList{"Unknown error:9"};
     QTest::newRow("14-characters")
         << "KV2403abcDEF78" << QByteArray() << QStringList{"Wrong format of serial number."};
+    QTest::newRow("other-digits") << "KV۲۶۱۱abcDEF789" << QByteArray()
+                                  << QStringList{"Wrong format of serial number."};
     QTest::newRow("empty") << "" << QByteArray() << QStringList{"Wrong format of serial number."};
 }
 
@@ -290,9 +303,9 @@ void TestDialogs::makesASerialNumber()
     const auto *edit = rig.find<QLineEdit>("serialEdit");
     QSet<QString> made;
     const auto another = [&] {
-        const QString before = QDate::currentDate().toString("yyMM");
+        const QString before = QLocale::c().toString(QDate::currentDate(), "yyMM");
         rig.click("randomSerialBtnClickAct");
-        const QString after = QDate::currentDate().toString("yyMM");
+        const QString after = QLocale::c().toString(QDate::currentDate(), "yyMM");
         const QRegularExpression form("^KV(" + before + '|' + after + ")[0-9A-Za-z]{9}$");
         if (!form.match(edit->text()).hasMatch())
             qFatal("made %s", qPrintable(edit->text()));

@@ -1,3 +1,4 @@
+#include "app/language.h"
 #include "boxuser.h"
 #include "link/wholefile.h"
 #include "windowrig.h"
@@ -17,7 +18,11 @@ class TestSaving : public QObject
 {
     Q_OBJECT
 
+public:
+    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // with digits of its own
+
 private slots:
+    void initTestCase() { useLanguage(); }
     void init() { QVERIFY(QDir(QCoreApplication::applicationDirPath()).mkdir("img")); }
     void cleanup() { pictures().removeRecursively(); }
     void savesPng_data();
@@ -115,9 +120,12 @@ void TestSaving::savesPng()
     QFETCH(bool, written);
 
     const Console console(preview);
-    const QString before = QDateTime::currentDateTime().toString("yyMMddHHmmss");
+    const auto now = [] {
+        return QLocale::c().toString(QDateTime::currentDateTime(), "yyMMddHHmmss");
+    };
+    const QString before = now();
     console.click(button);
-    const QString after = QDateTime::currentDateTime().toString("yyMMddHHmmss");
+    const QString after = now();
 
     const QStringList lines = console.lines("infoText");
     QCOMPARE(lines.size(), 1);

@@ -2,6 +2,7 @@
 #include "tour/steps.h"
 
 #include <QDateTimeEdit>
+#include <QLocale>
 
 namespace {
 
@@ -11,9 +12,10 @@ Answer useRecords(const QDir &folder)
     return [&folder](QWidget *dialog) {
         answers::click(dialog, "getRecordFilesBtnClickAct");
         answers::click(dialog, "readRecordBtnClickAct");
-        answers::clickExport(dialog, "exportRecordBtnClickAct",
-                             QDate::currentDate().toString(QStringLiteral("'record_'yyyy_M'.txt'")),
-                             folder.absoluteFilePath(QStringLiteral("tour-records.txt")));
+        answers::clickExport(
+            dialog, "exportRecordBtnClickAct",
+            QLocale::c().toString(QDate::currentDate(), QStringLiteral("'record_'yyyy_M'.txt'")),
+            folder.absoluteFilePath(QStringLiteral("tour-records.txt")));
         dialog->close();
     };
 }
