@@ -122,10 +122,10 @@ ConfigControl control::text(int maxLength)
 ConfigControl control::address(Typing typing)
 {
     auto *edit = new QLineEdit;
-    if (typing == Typing::DigitsAndDots) {
+    if (typing != Typing::Anything)
         edit->setValidator(new QRegExpValidator(QRegExp(QStringLiteral("[0-9.]*")), edit));
+    if (typing == Typing::ShortDigitsAndDots)
         edit->setMaxLength(MaxAddressLength);
-    }
     return {edit, showText(edit), [edit] {
                 return isDottedQuad(edit->text()) ? std::make_optional(utf8(edit->text()))
                                                   : std::nullopt;

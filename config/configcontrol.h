@@ -46,7 +46,7 @@ struct CodedItem
     int value;
 };
 
-enum class Typing : quint8 { Anything, DigitsAndDots };
+enum class Typing : quint8 { Anything, DigitsAndDots, ShortDigitsAndDots };
 
 /// A combo box whose index is the value. A value that has no item selects none, which is -1.
 ConfigControl choice(const QStringList &items, Accepted accepted, int start = 0);
@@ -62,8 +62,8 @@ ConfigControl shownNumber(Limits limits, Accepted accepted = {});
 ConfigControl timeOfDay(QTime start);
 /// A line edit; a longer text is cut.
 ConfigControl text(int maxLength);
-/// A line edit. Shows any text; one that is no dotted quad is left out of the document. Digits and
-/// dots are 15 at most.
+/// A line edit. Shows any text; one that is no dotted quad is left out of the document. Short
+/// digits and dots are 15 at most, and a longer text is cut.
 ConfigControl address(Typing typing);
 /// A key that is sent as null.
 ConfigControl null();

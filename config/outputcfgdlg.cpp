@@ -149,7 +149,7 @@ ConfigBlock OutputCfgDlg::dataBlock()
              {System, 1},
              tr("HTTP version："),
              choice({tr("V1.0 General"), tr("V1.1 Custom")}, {0, 9})},
-            {"remote ip", {System, 2}, tr("Bkgd Addr："), address(Typing::DigitsAndDots)},
+            {"remote ip", {System, 2}, tr("Bkgd Addr："), address(Typing::ShortDigitsAndDots)},
             {"remote port", {System, 2, 1}, tr("Port："), number({1000, 65535, 18080}, {1, 65535})},
         }};
 }

@@ -32,17 +32,6 @@ constexpr int MaxTofBias = 200;
 
 enum Grid { Info, Work };
 
-ClockRecord clockRecord(const QDateTime &time)
-{
-    const auto byte = [](int number) { return static_cast<quint8>(number & 0xFF); };
-    return {byte(time.date().year() - ClockEpoch),
-            byte(time.date().month()),
-            byte(time.date().day()),
-            byte(time.time().hour()),
-            byte(time.time().minute()),
-            byte(time.time().second())};
-}
-
 /// Rows of groups side by side stand in one line.
 void alignToTop(QGridLayout *grid)
 {
@@ -73,6 +62,20 @@ vendorCfgDlg::vendorCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
                                           {SLOT(importVendorJsonBtnClickAct()), ExportSize}}));
     layout->addStretch(1);
     controls::keepEnterFromButtons(this);
+}
+
+std::optional<ClockRecord> vendorCfgDlg::clockRecord(const QDateTime &time)
+{
+    const int year = time.date().year() - ClockEpoch;
+    if (year != static_cast<quint8>(year))
+        return std::nullopt;
+    const auto byte = [](int number) { return static_cast<quint8>(number); };
+    return ClockRecord{byte(year),
+                       byte(time.date().month()),
+                       byte(time.date().day()),
+                       byte(time.time().hour()),
+                       byte(time.time().minute()),
+                       byte(time.time().second())};
 }
 
 ConfigDialog::Document vendorCfgDlg::vendorDocument()
@@ -114,12 +117,12 @@ ConfigBlock vendorCfgDlg::workBlock()
     const QStringList closeOpen{tr("close"), tr("open")};
     return {"work param",
             {
-                {"local ip", {Work, 0}, tr("dev addr："), address(Typing::DigitsAndDots)},
+                {"local ip", {Work, 0}, tr("dev addr："), address(Typing::ShortDigitsAndDots)},
                 {"local port",
                  {Work, 0, 1},
                  tr("port："),
                  shownNumber({1000, 65535, 1000}, {1, 65535})},
-                {"gateway ip", {Work, 1}, tr("gateway："), address(Typing::DigitsAndDots)},
+                {"gateway ip", {Work, 1}, tr("gateway："), address(Typing::ShortDigitsAndDots)},
                 {"auto reboot", {Work, 2}, tr("auto re："), choice(closeOpen, {0, 1}, 1)},
                 {"auto reboot time", {Work, 2, 1}, tr("time："), timeOfDay({4, 30})},
                 {"remote enroll func", {Work, 3}, tr("rmt enrol："), onOff(closeOpen)},
@@ -196,8 +199,9 @@ void vendorCfgDlg::getCfgBtnClickAct()
 
 void vendorCfgDlg::setRtcBtnClickAct()
 {
-    const ClockRecord time = clockRecord(QDateTime::currentDateTime());
-    log(client->setRtcTime(&time) ? tr("RTC time set succeeded.") : tr("RTC time set failed."));
+    const std::optional<ClockRecord> time = clockRecord(QDateTime::currentDateTime());
+    log(time && client->setRtcTime(&*time) ? tr("RTC time set succeeded.")
+                                           : tr("RTC time set failed."));
 }
 
 void vendorCfgDlg::getRtcBtnClickAct()

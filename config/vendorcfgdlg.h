@@ -1,6 +1,9 @@
 #pragma once
 
 #include "config/configdialog.h"
+#include "link/wire.h"
+
+class QDateTime;
 
 /// "Device Info": the terminal's identity and network settings, which make up the vendor
 /// configuration document, and its upkeep: clock and distance sensor.
@@ -10,6 +13,9 @@ class vendorCfgDlg : public ConfigDialog
 
 public:
     vendorCfgDlg(CmdClient *client, QTextEdit *infoText, QWidget *parent);
+
+    /// What the terminal's clock is set to; none when the year is not one of its 1970 to 2225.
+    static std::optional<ClockRecord> clockRecord(const QDateTime &time);
 
 private slots:
     void setCfgBtnClickAct();

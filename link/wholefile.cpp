@@ -37,7 +37,7 @@ bool commitKeepingLonger(QSaveFile *file)
 bool readFile(const QString &path, qint64 most, QByteArray *content)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return false;
     const QByteArray read = file.read(most);
     if (file.error() != QFileDevice::NoError)

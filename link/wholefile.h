@@ -16,6 +16,7 @@ bool commitWhole(QSaveFile *file);
 /// to its name; an older such file is replaced. False, with the file as it was, when that fails.
 bool commitKeepingLonger(QSaveFile *file);
 
-/// Reads a file, but no more than `most` bytes of it: one more than is wanted tells a file that is
-/// too long. False, with nothing read, when it cannot be read.
+/// Reads a regular file, but no more than `most` bytes of it: one more than is wanted tells a file
+/// that is too long. False, with nothing read, when it cannot be read, or is something else: a FIFO
+/// could let the reader wait for ever.
 bool readFile(const QString &path, qint64 most, QByteArray *content);

@@ -86,7 +86,7 @@ inline int dialogOfRow()
 inline void removeExports()
 {
     QDir folder(QCoreApplication::applicationDirPath());
-    for (const QString &name : folder.entryList({"zt415_*.cfg"})) {
+    for (const QString &name : folder.entryList({"zt415_*.cfg"}, QDir::AllEntries | QDir::System)) {
         folder.remove(name);
         folder.rmdir(name);
     }

@@ -25,6 +25,7 @@ private slots:
     void takesWhatIsTyped();
     void looksAfterTheDevice_data();
     void looksAfterTheDevice();
+    void setsTheClockWithinItsYears();
 };
 
 namespace {
@@ -64,7 +65,9 @@ void TestConfig::showsValues_data()
         "5 9 11 -1", "Wrong parameter of system mode.");
     row("sys http version", {"9=", "0=V1.0 General", "2=", "1=V1.1 Custom"}, "10 -1");
     row("remote port, local port", {"1=1000", "65535=65535", "80=1000", "2000=2000"},
-        "0 65536 70000 -1");
+        "0 65536 70000 -1", "", User);
+    row("local port", {"1=1", "65535=65535", "80=80"}, "0 65536 70000 -1", "", Vendor);
+    row("remote port", {"1=1", "65535=65535", "80=80"}, "0 65536 70000 -1", "", Output);
     row("palm recg mode", {"3=", "0=palm vein", "2=vein & print", "1=palmprint"}, "4 -1",
         "Wrong data of recognition mode.");
     row("fake detect, use card, use qrcode, record upload func, rs485 output res func, "
@@ -89,7 +92,9 @@ void TestConfig::showsValues_data()
     row("user dev type", {"0=in", "1=out"}, "2 -1");
     row("auto reboot time", {"0=00:00", "1439=23:59", "61=01:01"}, "1440 -1");
     row("sound volume", {"31=31", "0=0", "30=30"}, "32 -1", "Wrong volume data.");
-    row("remote ip, local ip, gateway ip", texts(15), "");
+    row("remote ip, local ip, gateway ip", texts(15), "", "", User);
+    row("local ip, gateway ip", texts(40), "", "", Vendor);
+    row("remote ip", texts(40), "", "", Output);
     row("qrcode server ip, record server ip", texts(40), "");
     row("manufacture name, dev notes, dev location desc", texts(32), "");
 }
@@ -321,7 +326,7 @@ void TestConfig::looksAfterTheDevice()
     for (int second = 0; second < 60; ++second) {
         const QDateTime time = now.addSecs(second);
         QByteArray record(1, char(time.date().year() - 1970));
-        for (const QString &part : time.toString("M d h m s").split(' '))
+        for (const QString &part : QLocale::c().toString(time, "M d h m s").split(' '))
             record += char(part.toInt());
         rig.peer.serve(hex("EAC5 000007 07") + record, answer);
     }
@@ -342,6 +347,18 @@ void TestConfig::looksAfterTheDevice()
         });
     QTEST(rig.press(button), "lines");
     QCOMPARE(rig.peer.servedCount(), button == "sync RTC time" ? 1 : 0);
+}
+
+void TestConfig::setsTheClockWithinItsYears()
+{
+    const auto recorded = [](int year) {
+        const auto record = vendorCfgDlg::clockRecord({QDate(year, 12, 31), QTime(23, 59, 58)});
+        return record ? QByteArray(reinterpret_cast<const char *>(&*record), 6) : QByteArray();
+    };
+    QCOMPARE(recorded(1970), hex("000C1F173B3A"));
+    QCOMPARE(recorded(2225), hex("FF0C1F173B3A"));
+    QCOMPARE(recorded(1969), QByteArray());
+    QCOMPARE(recorded(2226), QByteArray());
 }
 
 QTEST_MAIN(TestConfig)

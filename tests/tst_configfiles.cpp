@@ -5,6 +5,8 @@
 
 #include <QFileDialog>
 
+#include <sys/stat.h>
+
 /// The documents as files, and whole.
 class TestConfigFiles : public QObject
 {
@@ -49,6 +51,7 @@ void TestConfigFiles::exportsAndImports_data()
         row("refused", "{}", "Unknown error.");
         row("cancelled", "{}", "");
         row("gone", "{}", words[NotOpened]);
+        row("pipe", "{}", words[NotOpened]);
         row("folder", "{}", "");
     }
 }
@@ -83,8 +86,10 @@ void TestConfigFiles::exportsAndImports()
         QCOMPARE(files->nameFilters(), QStringList("*.cfg"));
         if (obstacle != "cancelled")
             BoxUser::choose(rig.path)(box);
-        if (obstacle == "gone")
+        if (obstacle == "gone" || obstacle == "pipe")
             QVERIFY(file.remove());
+        if (obstacle == "pipe") // without a writer
+            QCOMPARE(mkfifo(qPrintable(rig.path), S_IRUSR), 0);
     });
     const bool isRefused = obstacle == "refused";
     const bool isSent = isRefused || line == "Cfg file issued.";

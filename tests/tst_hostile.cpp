@@ -204,7 +204,7 @@ void TestHostile::showsOrRefuses()
     QVariantMap controls = rig.controls();
     const QStringList names = QString(receiver.controls).split('|');
     if (names.size() == 2 && outcome >= Text)
-        controls[names[0]] = text.left(15);
+        controls[names[0]] = receiver.name == QByteArray("user") ? text : text.left(15);
     if (names.size() == 2 && outcome == TextAndZero)
         controls[names[1]] = 0;
 
