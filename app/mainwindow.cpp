@@ -7,21 +7,34 @@
 #include "link/cmdclient.h"
 #include "link/textlog.h"
 #include "widgets/controls.h"
+#include "widgets/placement.h"
 #include "widgets/screenfit.h"
 
+#include <QApplication>
 #include <QBoxLayout>
+#include <QEvent>
 #include <QGroupBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 
 namespace {
 
 constexpr QSize LogSize(320, 200);
+constexpr int LeastLogHeight = 110; // the column beside it needs no less
 constexpr QSize PixmapSize(480, 640);
+
+/// A log that is lower only where the screen has no room for its height.
+class SizedLog : public LogView
+{
+public:
+    QSize sizeHint() const override { return LogSize; }
+};
 
 LogView *createLog(const char *name)
 {
-    auto *log = controls::sized(new LogView, LogSize);
+    auto *log = controls::sized<LogView>(new SizedLog, LogSize);
+    log->setMinimumHeight(LeastLogHeight);
     log->setObjectName(QLatin1String(name));
     return log;
 }
@@ -132,6 +145,27 @@ void MainWindow::addLogWithClear(QBoxLayout *layout, QTextEdit *log, const char 
     layout->addWidget(log);
     auto *clearBtn = controls::button(tr("Clear"), QSize(), this, clearSlot);
     layout->addWidget(clearBtn, 0, Qt::AlignRight);
+}
+
+bool MainWindow::event(QEvent *event)
+{
+    // A modal dialog is about to be shown, and its size is settled.
+    if (event->type() == QEvent::WindowBlocked && QApplication::activeModalWidget())
+        placeDialog(QApplication::activeModalWidget());
+    return QMainWindow::event(event);
+}
+
+void MainWindow::placeDialog(QWidget *dialog) const
+{
+    const auto shownPart = [](const QWidget *widget) {
+        return widget->visibleRegion().boundingRect().translated(widget->mapToGlobal({}));
+    };
+    const QWidget *pictures = rgbImgLabel->parentWidget();
+    // The frame that this window has is the best guess of the dialog's.
+    const QRect place = placement::overPictures(
+        dialog->size() + frameSize() - size(), {pictures->mapToGlobal({}), pictures->size()},
+        shownPart(infoText), shownPart(watchText), screen()->availableGeometry());
+    dialog->move(place.topLeft() + geometry().topLeft() - pos());
 }
 
 void MainWindow::clearInfoTextBtnClickAct()

@@ -37,6 +37,10 @@ public:
     /// Tells the tooltips what is true when they are asked for.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+protected:
+    /// Lets modal dialogs open over the pictures, beside the logs.
+    bool event(QEvent *event) override;
+
 private slots:
     void irImgLabelMouseMoved(QPoint position);
     void irImgLabelMousePressed(QPoint position);
@@ -133,6 +137,7 @@ private:
                                   QSize buttonSize);
 
     template <class Dialog> void runDialog();
+    void placeDialog(QWidget *dialog) const;
     void log(const QString &line);
     void notSupported();
     void enableConnection(bool enabled);

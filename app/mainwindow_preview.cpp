@@ -59,6 +59,7 @@ QGroupBox *MainWindow::createVideoPanel()
 
     auto *panel = new QGroupBox;
     auto *layout = new QVBoxLayout(panel);
+    layout->setContentsMargins({}); // the stretches keep it off the frame where there is room
     layout->addStretch();
     layout->addLayout(columns);
     layout->addWidget(pixelReadoutLabel, 0, Qt::AlignHCenter);

@@ -1,4 +1,5 @@
 #include "app/appearance.h"
+#include "boxuser.h"
 #include "windowrig.h"
 #include "windowwalk.h"
 
@@ -6,11 +7,12 @@
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTextEdit>
 #include <QWindow>
 #include <QtTest>
 
 /// On a real screen, if without anybody before it. SCREEN_FITS tells whether the main window has
-/// room on it, SCREEN_SCALE its scale.
+/// room on it without scrolling, SCREEN_SCALE its scale.
 class TestScreens : public QObject
 {
     Q_OBJECT
@@ -20,6 +22,7 @@ private slots:
     void scales();
     void showsAllOfAWindow_data();
     void showsAllOfAWindow();
+    void opensDialogsBesideTheLogs();
 };
 
 void TestScreens::scales()
@@ -62,13 +65,34 @@ void TestScreens::showsAllOfAWindow()
         const bool fits = qEnvironmentVariableIntValue("SCREEN_FITS") == 1;
         QCOMPARE(window->findChildren<QScrollArea *>().isEmpty(), fits);
         if (fits)
-            QCOMPARE(window->size(), window->sizeHint());
+            QCOMPARE(window->size(), window->sizeHint().boundedTo(window->maximumSize()));
     }
     QTRY_VERIFY(focusableIn(window).size() >= 2); // what has moved is shown with the next events
     const QList<QWidget *> controls = focusableIn(window);
     const QSet<QWidget *> reached = tabThrough(controls);
     for (QWidget *control : controls)
         QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
+}
+
+void TestScreens::opensDialogsBesideTheLogs()
+{
+    WindowRig rig;
+    rig.window.show();
+    rig.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&rig.window));
+    QMetaObject::invokeMethod(&rig.window, "enableConnAct");
+    for (const char *button : {"devCfgAct", "sysCfgBtnClickAct", "delUserBtnClickAct"}) {
+        const BoxUser user([&](QWidget *dialog) {
+            const QRect place = dialog->frameGeometry();
+            QVERIFY2(dialog->screen()->availableGeometry().contains(place), button);
+            for (const char *name : {"infoText", "watchText"}) {
+                const auto *log = rig.find<QTextEdit>(name);
+                const QPoint corner = log->mapToGlobal({});
+                QVERIFY2(!log->visibleRegion().translated(corner).intersects(place), button);
+            }
+        });
+        rig.click(button);
+    }
 }
 
 int main(int argc, char *argv[])

@@ -32,6 +32,7 @@ private slots:
     void needsNoMouse();
     void fitsASmallScreen_data() { listWindows(); }
     void fitsASmallScreen();
+    void followsTheFont();
     void canBeReadInTheDark_data();
     void canBeReadInTheDark();
     void togglesInEveryLanguage_data();
@@ -256,6 +257,21 @@ void TestWindows::fitsASmallScreen()
     controls.first()->setFocus();
     for (const QScrollArea *area : window->findChildren<QScrollArea *>())
         QCOMPARE(area->widget()->size(), full);
+}
+
+void TestWindows::followsTheFont()
+{
+    MainWindow window;
+    window.show();
+    const QSize before = window.size();
+    const QFont font = QApplication::font();
+    QFont larger = font;
+    larger.setPixelSize(2 * font.pixelSize());
+    QApplication::setFont(larger);
+    QTRY_VERIFY(window.height() > before.height());
+    QCOMPARE(window.size(), window.sizeHint());
+    QApplication::setFont(font);
+    QTRY_COMPARE(window.size(), before);
 }
 
 void TestWindows::canBeReadInTheDark_data()

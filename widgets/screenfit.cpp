@@ -1,5 +1,7 @@
 #include "widgets/screenfit.h"
 
+#include "widgets/placement.h"
+
 #include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QEvent>
@@ -57,17 +59,41 @@ ScreenFit::ScreenFit(QWidget *fittedWindow)
     window->installEventFilter(this);
 }
 
-/// Before a window is shown, and when its frame has become known.
 bool ScreenFit::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == window) {
-        if (event->type() == QEvent::Polish || event->type() == QEvent::WindowActivate)
-            fitScreen();
-    } else if (event->type() == QEvent::Wheel && window->size() != fullSize) {
+        watchWindow(event->type());
+    } else if (event->type() == QEvent::Wheel && isScrolling) {
         event->ignore(); // for the area around it
         return true;
     }
     return QObject::eventFilter(watched, event);
+}
+
+void ScreenFit::watchWindow(QEvent::Type event)
+{
+    switch (event) {
+    case QEvent::Show:
+    case QEvent::WindowActivate: // the frame has become known
+        fitScreen();
+        break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange: // the controls in the window follow
+        QMetaObject::invokeMethod(this, "fitContent", Qt::QueuedConnection);
+        break;
+    default:
+        break;
+    }
+}
+
+/// Only the main window lives long enough to see another font, and has the size of its content.
+void ScreenFit::fitContent()
+{
+    if (!qobject_cast<QMainWindow *>(window))
+        return;
+    fullSize = contentLayout()->totalSizeHint();
+    window->setFixedSize(fullSize);
+    fitScreen();
 }
 
 void ScreenFit::fitScreen()
@@ -98,32 +124,40 @@ void ScreenFit::fitChangedScreen()
 
 void ScreenFit::moveIntoScreen()
 {
-    const QRect available = window->screen()->availableGeometry();
-    const QSize size = window->size() + frameOf(window);
-    const QPoint last = available.bottomRight() - QPoint(size.width() - 1, size.height() - 1);
-    window->move(qMax(available.left(), qMin(window->x(), last.x())),
-                 qMax(available.top(), qMin(window->y(), last.y())));
+    const QRect frame(window->pos(), window->size() + frameOf(window));
+    window->move(placement::within(frame, window->screen()->availableGeometry()).topLeft());
+}
+
+QLayout *ScreenFit::contentLayout() const
+{
+    if (area)
+        return area->widget()->layout();
+    const auto *mainWindow = qobject_cast<QMainWindow *>(window);
+    return mainWindow ? mainWindow->centralWidget()->layout() : window->layout();
 }
 
 void ScreenFit::fitInto(QSize room)
 {
-    const QSize full = fullSize.isValid() ? fullSize : window->minimumSize();
-    const bool fits = full.boundedTo(room) == full;
-    if (fits && !fullSize.isValid())
-        return;
     if (!fullSize.isValid())
+        fullSize = window->minimumSize();
+    const QLayout *layout = contentLayout();
+    const QSize least = layout ? layout->totalMinimumSize().boundedTo(fullSize) : fullSize;
+    const QSize fitting = fullSize.boundedTo(room);
+    isScrolling = fitting.expandedTo(least) != fitting;
+    if (isScrolling && !area)
         makeScrollable();
+    if (area)
+        area->widget()->setMinimumSize(least);
     // A dialog takes no more than it needs: one that is too high has a bar at its side.
     const int bar = window->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    const QSize most = window->parentWidget() ? full + QSize(bar, bar) : room;
-    window->setFixedSize(fits ? full : most.boundedTo(room));
+    const QSize most = window->parentWidget() ? fullSize + QSize(bar, bar) : room;
+    window->setFixedSize(isScrolling ? most.boundedTo(room) : fitting);
 }
 
 void ScreenFit::makeScrollable()
 {
-    fullSize = window->minimumSize();
     QWidget *focused = window->focusWidget();
-    auto *area = new QScrollArea(window);
+    area = new QScrollArea(window);
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
@@ -140,7 +174,6 @@ void ScreenFit::makeScrollable()
         layout->setContentsMargins({});
         layout->addWidget(area);
     }
-    area->widget()->setMinimumSize(fullSize);
     // Who scrolls means none of the values that come under the pointer.
     for (QWidget *widget : area->widget()->findChildren<QWidget *>()) {
         if (changesByWheel(widget))
@@ -154,5 +187,5 @@ void ScreenFit::makeScrollable()
 void ScreenFit::showFocused()
 {
     if (window->focusWidget())
-        window->findChild<QScrollArea *>()->ensureWidgetVisible(window->focusWidget());
+        area->ensureWidgetVisible(window->focusWidget());
 }

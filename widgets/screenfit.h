@@ -1,13 +1,16 @@
 #pragma once
 
+#include <QEvent>
 #include <QObject>
 #include <QSize>
 
+class QLayout;
+class QScrollArea;
 class QWidget;
 
-/// Keeps a window of fixed size usable on a screen that is smaller: there it is made to fit, and
-/// its content scrolls; the mouse's wheel then changes no values. Nothing changes where it fits.
-/// Belongs to its window.
+/// Keeps a window of fixed size usable on a screen that is smaller: it becomes as small as its
+/// layout permits, and where that does not do its content scrolls; the mouse's wheel then changes
+/// no values. Nothing changes where it fits. Belongs to its window.
 class ScreenFit : public QObject
 {
     Q_OBJECT
@@ -23,12 +26,18 @@ public:
 private slots:
     void fitScreen();
     void fitChangedScreen();
+    void fitContent();
     void showFocused();
 
 private:
+    void watchWindow(QEvent::Type event);
     void makeScrollable();
     void moveIntoScreen();
+    /// Null where the content has none.
+    QLayout *contentLayout() const;
 
     QWidget *window;
-    QSize fullSize; ///< invalid until the content scrolls
+    QScrollArea *area = nullptr; ///< around the content, once it has had to scroll
+    QSize fullSize;              ///< on a large screen; invalid until it is known
+    bool isScrolling = false;
 };
