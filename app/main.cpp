@@ -4,6 +4,47 @@
 #include "version.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+void addOptions(QCommandLineParser *parser)
+{
+    parser->setApplicationDescription(
+        QCoreApplication::translate("main", "Console for a palm-recognition access terminal"));
+    parser->setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // as -platform
+    parser->addHelpOption();
+    parser->addVersionOption();
+}
+
+/// Ends the program if the arguments ask for the help or the version. Qt's own options are still
+/// among the arguments and are no errors here.
+void answerWithoutDisplay(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    useLanguage();
+    QCommandLineParser parser;
+    addOptions(&parser);
+    parser.parse(QCoreApplication::arguments());
+    if (parser.isSet(QStringLiteral("version")))
+        parser.showVersion();
+    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all")))
+        parser.showHelp();
+}
+
+/// Handles Qt's messages while it opens the display: Qt itself would abort and leave a core file.
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
+{
+    const bool fatal = type == QtFatalMsg;
+    std::fprintf(stderr, "%s\n", fatal ? "No display can be opened." : qPrintable(text));
+    if (fatal)
+        std::_Exit(1);
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -12,10 +53,17 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationName(QStringLiteral("Quirel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_APPLICATION_VERSION));
 
+    if (argc > 1)
+        answerWithoutDisplay(argc, argv);
     prepareScaling();
+    qInstallMessageHandler(endWithoutDisplay);
     QApplication application(argc, argv);
+    qInstallMessageHandler(nullptr);
     prepareAppearance();
     useLanguage();
+    QCommandLineParser parser;
+    addOptions(&parser);
+    parser.process(application);
 
     MainWindow window;
     window.show();

@@ -133,6 +133,8 @@ private:
     QGroupBox *createSettingsGroup();
     QGroupBox *createConnectionGroup();
     QGridLayout *createConnectionGrid();
+    /// Lets the Enter key press Connect while the field has the focus.
+    void connectOnEnter(QWidget *field);
     QGridLayout *createButtonGrid(std::initializer_list<GridButton> buttons, int columns,
                                   QSize buttonSize);
 

@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSpinBox>
 
 #include <limits>
@@ -38,7 +39,19 @@ QGroupBox *MainWindow::createConnectionGroup()
     buttons->addWidget(
         controls::button(tr("Disconnect"), ButtonSize, this, SLOT(closeBtnClickAct())));
     layout->addLayout(buttons);
+    connectOnEnter(hostEdit);
+    connectOnEnter(portSpinBox);
     return group;
+}
+
+void MainWindow::connectOnEnter(QWidget *field)
+{
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *shortcut = new QShortcut(key, field);
+        shortcut->setContext(Qt::WidgetShortcut);
+        shortcut->setAutoRepeat(false);
+        connect(shortcut, SIGNAL(activated()), openBtn, SLOT(click()));
+    }
 }
 
 QGridLayout *MainWindow::createConnectionGrid()

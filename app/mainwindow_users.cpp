@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QSpinBox>
@@ -34,6 +35,14 @@ constexpr uint8_t FeatureKind = 0; // the terminal knows no other
 constexpr int EmptyIndex = 0;
 constexpr int EnrollIndex = 1;
 constexpr int LocalRecognitionIndex = 2;
+
+/// Where remote enrollments lie, if the folder is there.
+QString featureFolder()
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString remote = program + QStringLiteral("/remote");
+    return QFileInfo(remote).isDir() ? remote : program;
+}
 
 } // namespace
 
@@ -188,8 +197,7 @@ void MainWindow::importFeatureBtnClickAct()
 {
     const auto userId = static_cast<uint32_t>(idSpinBox->value());
     const QString path =
-        QFileDialog::getOpenFileName(this, tr("Select feature file"),
-                                     QCoreApplication::applicationDirPath(), tr("*.bin"))
+        QFileDialog::getOpenFileName(this, tr("Select feature file"), featureFolder(), tr("*.bin"))
             .trimmed();
     if (path.isEmpty())
         return;

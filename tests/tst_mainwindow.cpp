@@ -140,8 +140,12 @@ void TestMainWindow::connects()
     WindowRig rig;
     rig.find<QLineEdit>("hostEdit")->setText("  127.0.0.1 ");
     rig.find<QComboBox>("connectionModeCombo")->setCurrentIndex(2);
+    rig.window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&rig.window));
+    auto *host = rig.find<QLineEdit>("hostEdit");
+    host->setFocus();
     rig.expectAnnouncement();
-    rig.click("openBtnClickAct");
+    QTest::keyClick(host, Qt::Key_Return);
     rig.click("exportUserInfoBtnClickAct");
     QCOMPARE(rig.lines("infoText"),
              (QStringList{"Device connected.", "Device connected.", "Not supported for now."}));
@@ -149,6 +153,12 @@ void TestMainWindow::connects()
     QCOMPARE(rig.enabledGroups(), AllGroups);
     QCOMPARE(rig.lines("watchText"), QStringList(AnnouncementLine));
     QCOMPARE(rig.caption("openWatchBtnClickAct"), QString("Start Listening"));
+
+    auto *port = rig.find<QSpinBox>("portSpinBox");
+    port->setFocus();
+    rig.expectAnnouncement();
+    QTest::keyClick(port, Qt::Key_Enter);
+    QCOMPARE(rig.peer.connectionCount(), 2);
 }
 
 void TestMainWindow::reconnectsWhileListening()

@@ -22,6 +22,7 @@ LOGGING = {"log", "append"}
 CAPTIONS = re.compile("|".join((
     r"create\w+(?<!Act)", r"\w+Tip",  # functions that build a window or a tooltip
     "setWindowTitle", "setText", "setToolTip", "setAccessibleName", "setCaption", "startCollecting",
+    "setApplicationDescription",
     "QLabel", "QGroupBox", "QCheckBox", "label", "button", "addItem", "addAction",
     "choice", "codedChoice", "onOff", "closeOpen",  # items of a control
     "getText", "getInt", "warning", "about", "getOpenFileName", "getSaveFileName", "saveRaw",
@@ -36,7 +37,7 @@ TOKEN = re.compile(r"""
   | (?P<text> (?: "(?:[^"\\\n]|\\.)*" \s* )+ )
   | (?P<name> [A-Za-z_]\w* )
   | (?P<sign> [=!]= | \S )""", re.VERBOSE | re.DOTALL)
-TRANSLATED = {("tr", "("), ("QT_TR_NOOP", "("), ("QT_TRANSLATE_NOOP", ",")}
+TRANSLATED = {("tr", "("), ("QT_TR_NOOP", "("), ("QT_TRANSLATE_NOOP", ","), ("translate", ",")}
 
 # Where a block of a configuration document begins, and a key with its label.
 CONFIG = re.compile(r"""(?:"(?P<block>[^"]+)"|nullptr),\s*\{\s*(?=\{)

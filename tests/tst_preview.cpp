@@ -64,6 +64,7 @@ private slots:
     void startsStopsAndFails();
     void endsWithTheConnection_data();
     void endsWithTheConnection();
+    void outlivesTheFirstConnect();
     void readsPixels_data();
     void readsPixels();
     void readsPixelsByKeyboard();
@@ -143,6 +144,18 @@ void TestPreview::endsWithTheConnection()
     QVERIFY(!preview.isRunning());
     QCOMPARE(preview.usable(), QString("PVJH"));
     QCOMPARE(preview.caption("showIrBtnClickAct"), QString("Stop Collecting"));
+}
+
+// Only to connect anew stops it.
+void TestPreview::outlivesTheFirstConnect()
+{
+    WindowRig rig;
+    rig.servePictures();
+    QMetaObject::invokeMethod(&rig.window, "enableConnAct");
+    rig.click("showIrBtnClickAct");
+    rig.connectToPeer();
+    const int before = rig.peer.servedCount();
+    QTRY_VERIFY(rig.peer.servedCount() > before + 1);
 }
 
 void TestPreview::readsPixels_data()

@@ -1492,6 +1492,13 @@ Last reply: %2</source>
     </message>
 </context>
 <context>
+    <name>main</name>
+    <message>
+        <source>Console for a palm-recognition access terminal</source>
+        <translation>掌纹掌静脉门禁设备控制台</translation>
+    </message>
+</context>
+<context>
     <name>setSysInfoDlg</name>
     <message>
         <source>System Settings</source>
