@@ -24,17 +24,9 @@ constexpr QSize LogSize(320, 200);
 constexpr int LeastLogHeight = 110; // the column beside it needs no less
 constexpr QSize PixmapSize(480, 640);
 
-/// A log that is lower only where the screen has no room for its height.
-class SizedLog : public LogView
-{
-public:
-    QSize sizeHint() const override { return LogSize; }
-};
-
 LogView *createLog(const char *name)
 {
-    auto *log = controls::sized<LogView>(new SizedLog, LogSize);
-    log->setMinimumHeight(LeastLogHeight);
+    auto *log = controls::sized(new LogView, LogSize);
     log->setObjectName(QLatin1String(name));
     return log;
 }
@@ -52,7 +44,9 @@ MainWindow::MainWindow(QWidget *parent)
 {
     setWindowTitle(tr("Quirel"));
     createLayout();
-    new ScreenFit(this);
+    auto *fit = new ScreenFit(this);
+    fit->letShrink(infoText, LeastLogHeight);
+    fit->letShrink(watchText, LeastLogHeight);
 
     watchServer = new WatchServer(watchText, this);
     client = new CmdClient(infoText, this);

@@ -91,6 +91,7 @@ void ScreenFit::fitContent()
 {
     if (!qobject_cast<QMainWindow *>(window))
         return;
+    shrink(false);
     fullSize = contentLayout()->totalSizeHint();
     window->setFixedSize(fullSize);
     fitScreen();
@@ -136,10 +137,23 @@ QLayout *ScreenFit::contentLayout() const
     return mainWindow ? mainWindow->centralWidget()->layout() : window->layout();
 }
 
+void ScreenFit::shrink(bool needed)
+{
+    for (const auto &[widget, leastHeight] : qAsConst(shrinkable)) {
+        widget->setMinimumHeight(needed ? leastHeight : widget->maximumHeight());
+        // The layouts around it would learn of that with later events only.
+        for (QWidget *outer = widget->parentWidget(); outer; outer = outer->parentWidget()) {
+            if (outer->layout())
+                outer->layout()->activate();
+        }
+    }
+}
+
 void ScreenFit::fitInto(QSize room)
 {
     if (!fullSize.isValid())
         fullSize = window->minimumSize();
+    shrink(fullSize.boundedTo(room) != fullSize);
     const QLayout *layout = contentLayout();
     const QSize least = layout ? layout->totalMinimumSize().boundedTo(fullSize) : fullSize;
     const QSize fitting = fullSize.boundedTo(room);

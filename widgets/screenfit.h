@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QEvent>
+#include <QList>
 #include <QObject>
+#include <QPair>
 #include <QSize>
 
 class QLayout;
@@ -18,6 +20,9 @@ class ScreenFit : public QObject
 public:
     explicit ScreenFit(QWidget *window);
 
+    /// Lets a widget of fixed height be as low as this where the screen has no room for the window.
+    void letShrink(QWidget *widget, int leastHeight) { shrinkable.append({widget, leastHeight}); }
+
     /// What it does on a screen with so much room for a window without its frame.
     void fitInto(QSize room);
 
@@ -33,11 +38,13 @@ private:
     void watchWindow(QEvent::Type event);
     void makeScrollable();
     void moveIntoScreen();
+    void shrink(bool needed);
     /// Null where the content has none.
     QLayout *contentLayout() const;
 
     QWidget *window;
-    QScrollArea *area = nullptr; ///< around the content, once it has had to scroll
-    QSize fullSize;              ///< on a large screen; invalid until it is known
+    QScrollArea *area = nullptr;             ///< around the content, once it has had to scroll
+    QList<QPair<QWidget *, int>> shrinkable; ///< widgets and their least heights
+    QSize fullSize;                          ///< on a large screen; invalid until it is known
     bool isScrolling = false;
 };
