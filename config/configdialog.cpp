@@ -162,6 +162,7 @@ void ConfigDialog::send()
 void ConfigDialog::exportFile()
 {
     QByteArray text;
+    client->resynchronize(); // the late reply to another command must not become the file
     if (!fetch(&text))
         return;
     log(tr("File loaded：%1").arg(text.size()));
