@@ -1,16 +1,21 @@
-/// What a peer of the message listener can do at worst: flood it, send without end in one line,
-/// connect and leave again and again. Tells what the window's process holds, the longest time in
-/// which the window did not answer, and when the next honest message was shown.
-///   flood [MEGABYTES [CONNECTIONS]]
+/// What a peer of the message listener can do at worst: flood it with texts of all kinds, send
+/// without end in one line, connect and leave again and again. Prints for each kind how long a
+/// command without a reply takes meanwhile, the preview's frame rate, how long "Stop Listening"
+/// takes, the longest time in which the window did not answer, the memory of the process, and how
+/// long it took until the next honest message was shown.
+///   flood [SECONDS [CONNECTIONS]]
 
+#include "bench/framecounter.h"
 #include "bench/measure.h"
 #include "tests/windowrig.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
+#include <QPushButton>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTextBlock>
+#include <QTextEdit>
 #include <QTextStream>
 #include <QThread>
 #include <QTimer>
@@ -22,12 +27,16 @@
 
 namespace {
 
-constexpr int DefaultMegabytes = 1024;
+constexpr int DefaultSeconds = 10; // of each kind, before anything is measured
 constexpr int DefaultConnections = 10000;
 constexpr int Megabyte = 1 << 20;
+constexpr int PreviewTime = 2000; // ms
+constexpr int Patience = 30000;   // ms
 
-constexpr int LongestGap = 1000;   // ms without an answer of the window
-constexpr int Patience = 30000;    // ms
+constexpr int LongestGap = 1000;     // ms without an answer of the window
+constexpr int LongestCommand = 2000; // ms
+constexpr int LongestStop = 1000;    // ms
+constexpr double LeastShareOfFrames = 0.5;
 constexpr double MostGrowth = 512; // MB, what a full log of the longest lines takes
 
 double residentMegabytes()
@@ -65,25 +74,60 @@ private:
     double memory = 0;
 };
 
-/// What a peer of the listener does; false if it could not do all of it.
-using Peer = std::function<bool(quint16 port)>;
+/// What a peer of the listener does until it is told to end or sent away; returns the bytes that it
+/// has sent.
+using Peer = std::function<qint64(quint16 port, const std::atomic<bool> &over)>;
+
+/// A peer in a thread of its own.
+class Attack
+{
+public:
+    Attack(const Peer &peer, quint16 port)
+        : thread(QThread::create([this, peer, port] { sent = peer(port, over); }))
+    {
+        thread->start();
+    }
+    ~Attack() { end(); }
+
+    bool isRunning() const { return thread->isRunning(); }
+    double end()
+    {
+        over = true;
+        while (!thread->wait(1))
+            QCoreApplication::processEvents();
+        return static_cast<double>(sent) / Megabyte;
+    }
+
+private:
+    std::atomic<bool> over{false};
+    qint64 sent = 0;
+    const std::unique_ptr<QThread> thread;
+};
 
 class Bench
 {
 public:
     Bench();
 
-    /// What a peer does in a thread of its own, and then an honest message.
-    void run(const char *name, int megabytes, const Peer &peer);
+    /// What the window does during a flood, and how it shows an honest message afterwards.
+    void run(const char *name, int seconds, const Peer &peer);
     bool passed() const { return sound; }
 
 private:
+    quint16 port() const { return rig.window.findChild<QTcpServer *>()->serverPort(); }
+    QString lastMessage() const;
+    void startListening();
+    qint64 deadCommand();
+    double framesPerSecond();
+    qint64 stopListening();
     bool honestMessageIsShown();
 
     QTextStream out{stdout};
     WindowRig rig;
     Pulse pulse;
+    FrameCounter frames;
     double memoryBefore = 0;
+    double quietRate = 0;
     int messages = 0;
     bool sound = true;
 };
@@ -92,92 +136,150 @@ Bench::Bench()
 {
     rig.window.show();
     rig.connectToPeer();
-    rig.expectAnnouncement();
-    rig.click("openWatchBtnClickAct");
+    rig.servePictures();
+    startListening();
     QTest::qWait(500);
     memoryBefore = residentMegabytes();
-    out << "what             seconds     MB/s   longest gap ms   memory MB   honest message after "
-           "ms\n";
+    const qint64 command = deadCommand();
+    quietRate = framesPerSecond();
+    out << QString::asprintf("%-16s %7s %15s %9s %8s %15s %10s %9s\n", "what", "MB/s",
+                             "dead command ms", "frames/s", "stop ms", "longest gap ms",
+                             "memory MB", "honest ms")
+        << QString::asprintf("%-16s %7.1f %15lld %9.1f\n", "nothing", 0.0, command, quietRate)
+        << Qt::flush;
+}
+
+QString Bench::lastMessage() const
+{
+    return rig.find<QTextEdit>("watchText")->document()->lastBlock().text();
+}
+
+void Bench::startListening()
+{
+    rig.expectAnnouncement();
+    rig.click("openWatchBtnClickAct");
+}
+
+/// Returns the time that a command takes to which the terminal does not reply.
+qint64 Bench::deadCommand()
+{
+    rig.peer.expect({hex("EAC5 000001 10"), {}});
+    QElapsedTimer timer;
+    timer.start();
+    rig.click("getUserListBtnClickAct");
+    return timer.elapsed();
+}
+
+double Bench::framesPerSecond()
+{
+    rig.click("showRgbBtnClickAct");
+    frames.mark();
+    QElapsedTimer timer;
+    timer.start();
+    QTest::qWait(PreviewTime);
+    const double rate = frames.sinceMark() * 1000.0 / static_cast<double>(timer.elapsed());
+    rig.click("showRgbBtnClickAct");
+    return rate;
+}
+
+/// Returns the time from a click that waits in the event loop until the peer has been sent away.
+qint64 Bench::stopListening()
+{
+    QElapsedTimer timer;
+    timer.start();
+    QMetaObject::invokeMethod(rig.find<QPushButton>("openWatchBtnClickAct"), "click",
+                              Qt::QueuedConnection);
+    const bool stopped = QTest::qWaitFor(
+        [this] {
+            return port() == 0 && lastMessage() == QStringLiteral("The connection is abandoned.");
+        },
+        Patience);
+    return stopped ? timer.elapsed() : Patience;
 }
 
 bool Bench::honestMessageIsShown()
 {
     const QString line = QStringLiteral("honest %1").arg(++messages);
-    const quint16 port = rig.window.findChild<QTcpServer *>()->serverPort();
     QTcpSocket socket;
     // While the last peer's end is still unread, another is refused: the terminal tries again.
     const bool shown = QTest::qWaitFor(
         [&] {
             if (socket.state() == QAbstractSocket::UnconnectedState) {
-                socket.connectToHost(QStringLiteral("127.0.0.1"), port);
+                socket.connectToHost(QStringLiteral("127.0.0.1"), port());
                 socket.write(line.toUtf8());
             }
-            const QStringList lines = rig.lines("watchText");
-            return lines.endsWith(QStringLiteral("Data In:") + line);
+            return lastMessage() == QStringLiteral("Data In:") + line;
         },
         Patience);
     // The next peer is not to be refused.
     socket.disconnectFromHost();
     const QString farewell = QStringLiteral("The connection is abandoned.");
-    return shown &&
-           QTest::qWaitFor([&] { return rig.lines("watchText").endsWith(farewell); }, Patience);
+    return QTest::qWaitFor([&] { return lastMessage() == farewell; }, Patience) && shown;
 }
 
-void Bench::run(const char *name, int megabytes, const Peer &peer)
+void Bench::run(const char *name, int seconds, const Peer &peer)
 {
-    const quint16 port = rig.window.findChild<QTcpServer *>()->serverPort();
-    bool done = false;
-    const std::unique_ptr<QThread> thread(QThread::create([&] { done = peer(port); }));
-    QEventLoop loop;
-    QObject::connect(thread.get(), SIGNAL(finished()), &loop, SLOT(quit()));
     pulse.begin();
     QElapsedTimer timer;
     timer.start();
-    thread->start();
-    loop.exec();
-    const double seconds = static_cast<double>(timer.restart()) / 1000;
-    const qint64 gap = pulse.longestGap();
+    Attack flood(peer, port());
+    QTest::qWait(1000 * seconds);
+    const qint64 command = deadCommand();
+    const double rate = framesPerSecond();
+    const bool lasted = flood.isRunning();
+    const double flooded = static_cast<double>(timer.elapsed()) / 1000;
+    const double sent = flood.end();
+    timer.start();
     const bool shown = honestMessageIsShown();
+    const qint64 honest = timer.elapsed();
+
+    Attack another(peer, port());
+    QTest::qWait(1000);
+    const qint64 stop = stopListening();
+    another.end();
+    startListening();
+
+    const qint64 gap = pulse.longestGap();
     const double memory = pulse.mostMemory();
-    out << QString::asprintf("%-16s %7.1f %8.1f %16lld %11.1f ", name, seconds, megabytes / seconds,
-                             gap, memory)
-        << (shown ? QString::number(timer.elapsed()) : QStringLiteral("never"))
-        << (done ? "" : "   not all was taken") << Qt::endl;
-    sound = sound && done && shown && gap <= LongestGap && memory - memoryBefore <= MostGrowth;
+    sound = sound && lasted && shown && command <= LongestCommand && stop <= LongestStop &&
+            rate >= quietRate * LeastShareOfFrames && gap <= LongestGap &&
+            memory - memoryBefore <= MostGrowth;
+    out << QString::asprintf("%-16s %7.1f %15lld %9.1f %8lld %15lld %10.1f ", name, sent / flooded,
+                             command, rate, stop, gap, memory)
+        << (shown ? QString::number(honest).rightJustified(9) : QStringLiteral("    never"))
+        << (lasted ? "" : "   ended early") << Qt::endl;
 }
 
-Peer flood(const QByteArray &pattern, int megabytes)
+Peer flood(const QByteArray &pattern)
 {
-    return [=](quint16 port) {
-        const QByteArray chunk = pattern.repeated(Megabyte / pattern.size() + 1).left(Megabyte);
+    return [=](quint16 port, const std::atomic<bool> &over) -> qint64 {
         QTcpSocket socket;
         socket.connectToHost(QStringLiteral("127.0.0.1"), port);
         socket.waitForConnected(Patience);
-        bool sent = true;
-        for (int i = 0; sent && i < megabytes; ++i) {
-            sent = socket.write(chunk) == chunk.size();
-            while (sent && socket.bytesToWrite() > 0)
-                sent = socket.waitForBytesWritten(Patience);
+        qint64 sent = 0;
+        while (!over && socket.state() == QAbstractSocket::ConnectedState) {
+            if (socket.bytesToWrite() == 0)
+                sent += socket.write(pattern);
+            socket.waitForBytesWritten(100);
         }
-        socket.disconnectFromHost();
-        if (socket.state() != QAbstractSocket::UnconnectedState)
-            socket.waitForDisconnected(Patience);
+        sent -= socket.bytesToWrite();
+        socket.abort();
         return sent;
     };
 }
 
 Peer visits(int count)
 {
-    return [=](quint16 port) {
-        int made = 0;
-        for (int i = 0; i < count; ++i) {
+    return [=](quint16 port, const std::atomic<bool> &over) -> qint64 {
+        for (int i = 0; i < count || !over; ++i) {
             QTcpSocket socket;
             socket.connectToHost(QStringLiteral("127.0.0.1"), port);
-            made += socket.waitForConnected(Patience) ? 1 : 0;
+            if (!socket.waitForConnected(Patience))
+                break;
             if (i % 2 == 0)
                 socket.abort();
         }
-        return made == count;
+        return 0;
     };
 }
 
@@ -189,21 +291,28 @@ int main(int argc, char *argv[])
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_LOGGING_RULES", "default.debug=false");
     QApplication application(argc, argv);
-    const int megabytes = argc > 1 ? atoi(argv[1]) : DefaultMegabytes;
+    const int seconds = argc > 1 ? atoi(argv[1]) : DefaultSeconds;
     const int connections = argc > 2 ? atoi(argv[2]) : DefaultConnections;
 
+    const QByteArray thai("สวัสดีครับนี่คือข้อความ");
+    const QByteArray mixed("aשЖกअ中한αع𝔸é");
     const std::pair<const char *, QByteArray> patterns[] = {
-        {"messages", "a message of the terminal, no longer than most\n"},
         {"shortest lines", "a\n"},
-        {"line separators", "a\xE2\x80\xA8"},
-        {"longest lines", QByteArray(4095, 'x') + '\n'},
-        {"one line", "x"},
+        {"messages", "a message of the terminal, no longer than most\n"},
+        {"line separators", "a\u2028"},
+        {"lines of 4 KB", QByteArray(4095, 'x') + '\n'},
+        {"lines of 1 MB", QByteArray(Megabyte - 1, 'x') + '\n'},
+        {"Thai", thai},
+        {"Thai lines", thai.repeated(40) + '\n'},
+        {"mixed scripts", mixed},
+        {"mixed lines", mixed.repeated(80) + '\n'},
+        {"both directions", QByteArray("aא").repeated(500) + '\n'},
         {"no text", "\xFF\xE2\x80\xAE\xCC\x81"},
     };
     Bench bench;
     for (const auto &[name, pattern] : patterns)
-        bench.run(name, megabytes, flood(pattern, megabytes));
-    bench.run("visits", 0, visits(connections));
+        bench.run(name, seconds, flood(pattern.repeated(Megabyte / pattern.size() + 1)));
+    bench.run("visits", seconds, visits(connections));
     return bench.passed() ? 0 : 1;
 }
 
