@@ -51,7 +51,7 @@ bool LogView::viewportEvent(QEvent *event)
 
 void LogView::copyAll()
 {
-    QGuiApplication::clipboard()->setText(toPlainText());
+    QGuiApplication::clipboard()->setText(textlog::fullText(this));
 }
 
 void LogView::openFind()

@@ -1,7 +1,6 @@
 #include "config/outputcfgdlg.h"
 
 #include "link/cmdclient.h"
-#include "link/textlog.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
@@ -289,7 +288,7 @@ void OutputCfgDlg::showDataDesc(int mode)
         if (text)
             paragraphs.append(tr(text));
     }
-    textlog::append(description, paragraphs);
+    description->setPlainText(paragraphs.join(QLatin1Char('\n')));
     fitDescription();
 }
 

@@ -1,12 +1,15 @@
 #include "link/textlog.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QDateTime>
+#include <QLocale>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextEdit>
 
 #include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -16,23 +19,59 @@ constexpr int DroppedCharacters = 500000;
 
 constexpr QLatin1Char LineEnd('\n');
 constexpr QChar Ellipsis(0x2026);
+constexpr int Indent =
+    12; // pixels, where a line is wrapped; twice as much for an entry's next line
 
 /// All that the document takes for the end of a line. A line separator would leave the lines in one
 /// block, whose layout takes minutes when there are thousands.
 constexpr ushort LineEnds[] = {'\n',   '\r',  QChar::LineSeparator, QChar::ParagraphSeparator,
                                0xFDD0, 0xFDD1};
 
-/// Of a line; it leaves with it.
-class Arrival : public QTextBlockUserData
+/// Characters that are not seen themselves and can change how others are read: controls, except for
+/// line ends and the tab, and those of bidirectional text.
+constexpr struct
+{
+    ushort first;
+    ushort last;
+} HiddenCharacters[] = {{0x00, 0x08},     {0x0B, 0x0C},     {0x0E, 0x1F},     {0x7F, 0x9F},
+                        {0x061C, 0x061C}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069}};
+
+/// One line as it is shown, and uncut if that is longer.
+struct Line
+{
+    QString shown;
+    QString uncut;
+    bool continues = false; ///< the entry of the line before
+
+    int size() const { return shown.size() + uncut.size() + 1; }
+};
+
+/// Arrival time and uncut text of one line of a log; deleted with the line's block.
+class LineData : public QTextBlockUserData
 {
 public:
-    explicit Arrival(const QDateTime &when)
-        : time(when)
+    LineData(const QDateTime &when, const QString &text, qint64 charactersSoFar)
+        : time(when),
+          uncut(text),
+          total(charactersSoFar)
     {
     }
 
     const QDateTime time;
+    const QString uncut;
+    const qint64 total; ///< size of all lines since the log was empty, up to this one
 };
+
+const LineData *dataOf(const QTextBlock &block)
+{
+    return static_cast<const LineData *>(block.userData());
+}
+
+qint64 totalAt(const QTextBlock &block)
+{
+    const LineData *data = dataOf(block);
+    return data ? data->total : 0;
+}
 
 bool endsLine(QChar character)
 {
@@ -40,46 +79,71 @@ bool endsLine(QChar character)
            std::end(LineEnds);
 }
 
-/// In an edit of its own: merged with what was appended at the end, it would count as a change of
-/// the whole document, which is then laid out anew.
-void dropOldLines(QTextDocument *document)
+bool isHidden(QChar character)
 {
-    const int lines = document->blockCount() - textlog::KeptLines;
-    const int characters = document->characterCount() - textlog::KeptCharacters;
-    if (lines < DroppedLines && characters < DroppedCharacters)
-        return;
-    const int byLines = document->findBlockByNumber(qMax(lines, 0)).position();
-    const int byCharacters = document->findBlock(qMax(characters, 0)).position();
-    QTextCursor cursor(document);
-    cursor.setPosition(qMax(byLines, byCharacters), QTextCursor::KeepAnchor);
-    cursor.removeSelectedText();
+    return std::any_of(std::begin(HiddenCharacters), std::end(HiddenCharacters),
+                       [code = character.unicode()](const auto &range) {
+                           return range.first <= code && code <= range.last;
+                       });
 }
 
-/// Every end of a line made the same.
-QString plainLineEnds(QString text)
+bool isPlain(QChar character)
+{
+    const bool isPrintableAscii = character >= QLatin1Char(' ') && character <= QLatin1Char('~');
+    return isPrintableAscii || (!endsLine(character) && !isHidden(character));
+}
+
+/// Every end of a line made the same, hidden characters made visible.
+QString cleaned(QString text)
 {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    for (const ushort end : LineEnds)
-        text.replace(QChar(end), LineEnd);
+    for (QChar &character : text) {
+        if (endsLine(character))
+            character = LineEnd;
+        else if (isHidden(character))
+            character = QChar::ReplacementCharacter;
+    }
     return text;
 }
 
-QString bounded(const QString &entry)
+/// The beginning of a text that is longer than this, no character of it halved.
+QString beginning(const QString &text, int length)
 {
-    if (entry.size() <= textlog::MaxLineLength &&
-        std::none_of(entry.begin(), entry.end(), endsLine))
-        return entry;
-    QStringList lines = plainLineEnds(entry.left(textlog::MaxEntryLength)).split(LineEnd);
-    const bool whole =
-        entry.size() <= textlog::MaxEntryLength && lines.size() <= textlog::MaxEntryLines;
-    lines = lines.mid(0, textlog::MaxEntryLines);
-    for (QString &line : lines) {
-        if (line.size() > textlog::MaxLineLength)
-            line = line.left(textlog::MaxLineLength) + Ellipsis;
-    }
-    if (!whole && !lines.last().endsWith(Ellipsis))
-        lines.append(Ellipsis);
-    return lines.join(LineEnd);
+    return text.left(text.at(length - 1).isHighSurrogate() ? length - 1 : length);
+}
+
+Line cut(const QString &line)
+{
+    if (line.size() <= textlog::MaxLineLength)
+        return {line, QString()};
+    return {beginning(line, textlog::MaxLineLength) + Ellipsis, line};
+}
+
+/// How many lines of an entry are shown.
+int shownLines(const QStringList &lines)
+{
+    int count = 0;
+    int length = 0;
+    while (count < qMin(lines.size(), textlog::MaxEntryLines) && length < textlog::MaxShownLength)
+        length += qMin(lines.at(count++).size(), textlog::MaxLineLength) + 1;
+    return count;
+}
+
+void addEntry(std::vector<Line> *lines, const QString &entry)
+{
+    if (entry.size() <= textlog::MaxLineLength && std::all_of(entry.begin(), entry.end(), isPlain))
+        return lines->push_back({entry, QString()});
+    const bool whole = entry.size() <= textlog::MaxEntryLength;
+    const QString kept = whole ? entry : beginning(entry, textlog::MaxEntryLength) + Ellipsis;
+    const QStringList texts = cleaned(kept).split(LineEnd);
+    const auto first = static_cast<std::ptrdiff_t>(lines->size());
+    const int shown = shownLines(texts);
+    for (const QString &text : texts.mid(0, shown))
+        lines->push_back(cut(text));
+    if (texts.size() > shown)
+        lines->push_back({Ellipsis, texts.mid(shown).join(LineEnd)});
+    std::for_each(lines->begin() + first + 1, lines->end(),
+                  [](Line &line) { line.continues = true; });
 }
 
 /// Whether a font has to shape the text: to combine its characters or to leave some out.
@@ -100,11 +164,79 @@ QTextCharFormat formatFor(const QString &text)
     return format;
 }
 
-void markArrival(QTextBlock line)
+/// Only an entry's beginning stands at the left edge, whatever the direction of its text.
+QTextBlockFormat blockFormat(bool continues)
+{
+    QTextBlockFormat format;
+    format.setLeftMargin(continues ? 2 * Indent : Indent);
+    format.setTextIndent(continues ? 0 : -Indent);
+    format.setLayoutDirection(Qt::LeftToRight);
+    return format;
+}
+
+/// In one edit, with one insertion for all neighbours of the same indentation.
+void insertLines(QTextCursor cursor, const std::vector<Line> &lines)
+{
+    cursor.beginEditBlock();
+    for (auto next = lines.begin(); next != lines.end();) {
+        const bool continues = next->continues;
+        if (cursor.document()->isEmpty())
+            cursor.setBlockFormat(blockFormat(continues));
+        else
+            cursor.insertBlock(blockFormat(continues));
+        QStringList texts;
+        for (; next != lines.end() && next->continues == continues; ++next)
+            texts.append(next->shown);
+        const QString text = texts.join(LineEnd);
+        cursor.insertText(text, formatFor(text));
+    }
+    cursor.endEditBlock();
+}
+
+void attachData(QTextBlock block, const std::vector<Line> &lines)
 {
     const QDateTime now = QDateTime::currentDateTime();
-    for (; line.isValid(); line = line.next())
-        line.setUserData(new Arrival(now));
+    qint64 total = totalAt(block.previous());
+    for (const Line &line : lines) {
+        total += line.size();
+        block.setUserData(new LineData(now, line.uncut, total));
+        block = block.next();
+    }
+}
+
+/// In an edit of its own: merged with what was appended at the end, it would count as a change of
+/// the whole document, which is then laid out anew. Returns the height of what has gone.
+qreal dropOldLines(QTextDocument *document)
+{
+    const QTextBlock first = document->firstBlock();
+    const qint64 total = totalAt(document->lastBlock());
+    const int lines = document->blockCount() - textlog::KeptLines;
+    const qint64 characters = total - totalAt(first) - textlog::KeptCharacters;
+    if (lines < DroppedLines && characters < DroppedCharacters)
+        return 0;
+    QTextBlock kept = document->findBlockByNumber(qMax(lines, 0));
+    while (total - totalAt(kept) > textlog::KeptCharacters)
+        kept = kept.next();
+    const QAbstractTextDocumentLayout *layout = document->documentLayout();
+    const qreal height =
+        layout->blockBoundingRect(kept).top() - layout->blockBoundingRect(first).top();
+    QTextCursor cursor(document);
+    cursor.setPosition(kept.position(), QTextCursor::KeepAnchor);
+    cursor.removeSelectedText();
+    return height;
+}
+
+/// Each line with its time in this form before it.
+QString joined(const QTextEdit *log, const QString &timeForm)
+{
+    QString text;
+    for (QTextBlock block = log->document()->begin(); block.isValid(); block = block.next()) {
+        const LineData *data = dataOf(block);
+        const QString time = data ? QLocale::c().toString(data->time, timeForm) : QString();
+        QString lines = data && !data->uncut.isNull() ? data->uncut : block.text();
+        text += time + lines.replace(LineEnd, LineEnd + time) + LineEnd;
+    }
+    return text;
 }
 
 } // namespace
@@ -126,36 +258,31 @@ void textlog::append(QTextEdit *log, const QStringList &entries)
 {
     if (entries.isEmpty())
         return;
-    QStringList lines;
+    std::vector<Line> lines;
     for (const QString &entry : entries.mid(qMax(0, entries.size() - KeptLines)))
-        lines.append(bounded(entry));
-    const QString text = lines.join(LineEnd);
-    QScrollBar *bar = log->verticalScrollBar();
-    const bool following = bar->value() == bar->maximum();
+        addEntry(&lines, entry);
 
     QTextDocument *document = log->document();
-    QTextCursor cursor(document);
-    cursor.beginEditBlock();
-    cursor.movePosition(QTextCursor::End);
-    if (!document->isEmpty())
-        cursor.insertBlock();
-    const int first = cursor.blockNumber();
-    cursor.insertText(text, formatFor(text));
-    cursor.endEditBlock();
-    markArrival(document->findBlockByNumber(first));
-    dropOldLines(document);
+    QScrollBar *bar = log->verticalScrollBar();
+    const int value = bar->value();
+    // Below the last line there is only the margin.
+    const bool following = bar->maximum() - value <= document->documentMargin();
 
-    if (following)
-        bar->setValue(bar->maximum());
+    QTextCursor cursor(document);
+    cursor.movePosition(QTextCursor::End);
+    const int first = document->isEmpty() ? 0 : document->blockCount();
+    insertLines(cursor, lines);
+    attachData(document->findBlockByNumber(first), lines);
+    const qreal dropped = dropOldLines(document);
+    bar->setValue(following ? bar->maximum() : value - qRound(dropped));
+}
+
+QString textlog::fullText(const QTextEdit *log)
+{
+    return joined(log, QString()).chopped(1);
 }
 
 QString textlog::timedText(const QTextEdit *log)
 {
-    QString text;
-    for (QTextBlock line = log->document()->begin(); line.isValid(); line = line.next()) {
-        if (const auto *arrival = static_cast<const Arrival *>(line.userData()))
-            text += arrival->time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz  "));
-        text += line.text() + LineEnd;
-    }
-    return text;
+    return joined(log, QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz  "));
 }

@@ -101,7 +101,7 @@ void TestCommands::tellsWhyItWasRefused_data()
     row("getUserList getMonthRecords addUser", 2, "Unknown error: 2");
     row("getUserList getMonthRecords addUser", 255, "Unknown error: 255");
     row("setSerialNumber", 200, "Unknown error:200");
-    row("clearUsers", 5, "Fail to clear users：\x05");
+    row("clearUsers", 5, "Fail to clear users：\uFFFD");
     row("setMode", 66, "Mode set failed: B");
     row("setRtcTime", 67, "Fail to set RTC time：C");
     row("setDebugAddress", 68, "Fail to set Debug address：D");

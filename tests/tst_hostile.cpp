@@ -211,7 +211,8 @@ void TestHostile::showsOrRefuses()
     const int size = document.size();
     QString told = receiver.lines[outcome];
     told.replace("%3", QString::number(size + 1)).replace("%2", QString::number(size));
-    QStringList lines = told.replace("%1", text).split('|');
+    const QString shown = QString(text).replace(QChar(0), QChar(0xFFFD));
+    QStringList lines = told.replace("%1", shown).split('|');
     for (QString &line : lines) {
         if (line.size() > 1024)
             line = line.left(1024) + "…";

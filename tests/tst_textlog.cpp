@@ -10,14 +10,15 @@ class TestTextLog : public QObject
     Q_OBJECT
 
 private slots:
-    void showsTextLiterally_data();
-    void showsTextLiterally();
+    void showsAndKeeps_data();
+    void showsAndKeeps();
     void beginsWithoutAnEmptyLine();
-    void cutsLongEntriesVisibly_data();
-    void cutsLongEntriesVisibly();
+    void setsOffContinuations();
     void keepsTheNewestLines();
+    void keepsTheNewestCharacters_data();
     void keepsTheNewestCharacters();
     void followsTheEndOnlyFromTheEnd();
+    void staysWhereItIsReadWhenOldLinesGo();
     void showsTheEndOfALongList();
     void keepsArrivalTimes();
 };
@@ -34,22 +35,41 @@ QStringList numbered(int first, int count)
 
 } // namespace
 
-void TestTextLog::showsTextLiterally_data()
+void TestTextLog::showsAndKeeps_data()
 {
-    QTest::addColumn<QString>("line");
-    QTest::newRow("bold") << "<b>bold</b>";
-    QTest::newRow("placeholders") << "%1 of %2, 100%";
-    QTest::newRow("blanks") << "  two  and\ttab ";
-    QTest::newRow("chinese") << "发送：张三";
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("full");
+    const auto row = [](const char *name, const QString &entry, const QString &shown,
+                        const QString &full) { QTest::newRow(name) << entry << shown << full; };
+    for (const char *text : {"<b>bold</b>", "%1 of %2, 100%", "  two  and\ttab ", "发送：张三"})
+        row(text, text, text, text);
+    const QString a(1024, 'a');
+    const QString line = a + '\n' + a + "b\nc";
+    row("line", line, a + '\n' + a + "…\nc", line);
+    row("surrogates", a.mid(1) + "😀", a.mid(1) + "…", a.mid(1) + "😀");
+    row("endless", QString(800000, 'a'), a + "…", QString(65536, 'a') + "…");
+    const QString most = "a" + QString("\nb").repeated(999);
+    row("most-lines", most, most, most);
+    row("lines", most + "\nc\nd", most + "\n…", most + "\nc\nd");
+    const QString wide = a.mid(1) + '\n';
+    row("characters", wide.repeated(80), wide.repeated(8) + "…", wide.repeated(64) + "…");
+    const QString ends = QString("a\r\nb\rc\u2029d") + QChar(0xFDD0) + 'e' + QChar(0xFDD1) + 'f';
+    row("all-line-ends", ends + "\u2028g", "a\nb\nc\nd\ne\nf\ng", "a\nb\nc\nd\ne\nf\ng");
+    const QString hidden = QString(QChar(0)) + "\x1F\x7F\u0085\u061C\u200E\u202A\u202E\u2066\u2069";
+    row("hidden", '.' + hidden, '.' + QString(10, 0xFFFD), '.' + QString(10, 0xFFFD));
 }
 
-void TestTextLog::showsTextLiterally()
+void TestTextLog::showsAndKeeps()
 {
-    QFETCH(QString, line);
+    QFETCH(QString, entry);
+    QFETCH(QString, shown);
+    QFETCH(QString, full);
     QTextEdit log;
-    textlog::append(&log, line);
-    textlog::append(&log, QStringList{line, "between", line});
-    QCOMPARE(log.toPlainText(), line + "\n" + line + "\nbetween\n" + line);
+    textlog::append(&log, entry);
+    textlog::append(&log, QStringList{"between", entry});
+    QCOMPARE(log.toPlainText(), shown + "\nbetween\n" + shown);
+    QCOMPARE(textlog::fullText(&log), full + "\nbetween\n" + full);
 }
 
 void TestTextLog::beginsWithoutAnEmptyLine()
@@ -66,30 +86,21 @@ void TestTextLog::beginsWithoutAnEmptyLine()
     QCOMPARE(log.toPlainText(), QString("anew\nagain"));
 }
 
-void TestTextLog::cutsLongEntriesVisibly_data()
+void TestTextLog::setsOffContinuations()
 {
-    QTest::addColumn<QString>("entry");
-    QTest::addColumn<QString>("shown");
-    const QString a(1024, 'a');
-    QTest::newRow("line") << a + '\n' + a + "b\nc" << a + '\n' + a + "…\nc";
-    QTest::newRow("endless") << QString(800000, 'a') << a + "…";
-    QTest::newRow("most-lines") << "a" + QString("\nb").repeated(999)
-                                << "a" + QString("\nb").repeated(999);
-    QTest::newRow("lines") << "a" + QString("\nb").repeated(1000)
-                           << "a" + QString("\nb").repeated(999) + "\n…";
-    QTest::newRow("characters") << (a.left(1023) + '\n').repeated(80)
-                                << (a.left(1023) + '\n').repeated(64) + "\n…";
-    const QString lines = QString("a\r\nb\rc\u2029d") + QChar(0xFDD0) + 'e' + QChar(0xFDD1) + 'f';
-    QTest::newRow("all-line-ends") << lines + QString("\u2028g").repeated(1000)
-                                   << "a\nb\nc\nd\ne\nf" + QString("\ng").repeated(994) + "\n…";
-}
-
-void TestTextLog::cutsLongEntriesVisibly()
-{
-    QFETCH(QString, entry);
     QTextEdit log;
-    textlog::append(&log, entry);
-    QTEST(log.toPlainText(), "shown");
+    textlog::append(&log, "before\nclearing");
+    log.clear();
+    textlog::append(&log, QStringList{"entry", "שלום\nUser cleared.", "entry"});
+    textlog::append(&log, "entry\nUser cleared.\n");
+    QList<qreal> edges;
+    for (QTextBlock line = log.document()->begin(); line.isValid(); line = line.next()) {
+        const QTextBlockFormat format = line.blockFormat();
+        edges.append(format.leftMargin() + format.textIndent());
+        QVERIFY(format.leftMargin() > 0); // for what is wrapped
+        QCOMPARE(line.textDirection(), Qt::LeftToRight);
+    }
+    QCOMPARE(edges, (QList<qreal>{0, 0, 24, 0, 0, 24, 24}));
 }
 
 void TestTextLog::keepsTheNewestLines()
@@ -108,16 +119,30 @@ void TestTextLog::keepsTheNewestLines()
     QVERIFY(shown == numbered(72000 - shown.size(), shown.size()));
 }
 
+void TestTextLog::keepsTheNewestCharacters_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("entries");
+    QTest::addColumn<int>("least");
+    QTest::addColumn<int>("most");
+    QTest::newRow("shown") << 1000 << 6400 << 4994 << 5496;
+    QTest::newRow("kept-only") << 60000 << 200 << 82 << 91;
+}
+
 void TestTextLog::keepsTheNewestCharacters()
 {
+    QFETCH(int, width);
+    QFETCH(int, entries);
+    QFETCH(int, least);
+    QFETCH(int, most);
     QTextEdit log;
-    for (int i = 0; i < 6400; ++i)
-        textlog::append(&log, QString::number(i).rightJustified(1000, '.'));
-    const QStringList shown = log.toPlainText().split('\n');
-    QVERIFY2(shown.size() >= 4994 && shown.size() <= 5496,
-             qPrintable(QString::number(shown.size())));
-    QVERIFY(shown.first().endsWith(QString::number(6400 - shown.size())));
-    QVERIFY(shown.last().endsWith("6399"));
+    for (int i = 0; i < entries; ++i)
+        textlog::append(&log, QString::number(i).rightJustified(width, '.'));
+    const QStringList lines = textlog::fullText(&log).split('\n');
+    QVERIFY2(lines.size() >= least && lines.size() <= most,
+             qPrintable(QString::number(lines.size())));
+    QVERIFY(lines.first().endsWith('.' + QString::number(entries - lines.size())));
+    QVERIFY(lines.last().endsWith('.' + QString::number(entries - 1)));
 }
 
 void TestTextLog::followsTheEndOnlyFromTheEnd()
@@ -132,14 +157,33 @@ void TestTextLog::followsTheEndOnlyFromTheEnd()
     QVERIFY(bar->maximum() > 0);
     QCOMPARE(bar->value(), bar->maximum());
 
-    bar->setValue(bar->maximum() / 2);
-    const int place = bar->value();
-    textlog::append(&log, "unread");
-    QCOMPARE(bar->value(), place);
+    for (const int up : {bar->maximum() / 2, bar->singleStep()}) {
+        bar->setValue(bar->maximum() - up);
+        const int place = bar->value();
+        textlog::append(&log, "unread");
+        QCOMPARE(bar->value(), place);
+    }
 
-    bar->setValue(bar->maximum());
+    QTest::keyClick(&log, Qt::Key_End, Qt::ControlModifier);
+    QVERIFY(bar->value() < bar->maximum()); // by the margin
     textlog::append(&log, numbered(0, 10));
     QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestTextLog::staysWhereItIsReadWhenOldLinesGo()
+{
+    QTextEdit log;
+    textlog::prepare(&log);
+    log.resize(200, 100);
+    log.show();
+    textlog::append(&log, numbered(0, 50000));
+    QScrollBar *bar = log.verticalScrollBar();
+    bar->setValue(bar->maximum() / 2);
+    const auto read = [&log] { return log.cursorForPosition({5, 5}).block().text(); };
+    const QString line = read();
+    textlog::append(&log, numbered(50000, 5500));
+    QCOMPARE(log.document()->firstBlock().text(), QString("5500"));
+    QCOMPARE(read(), line);
 }
 
 void TestTextLog::showsTheEndOfALongList()
