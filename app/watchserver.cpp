@@ -1,5 +1,6 @@
 #include "app/watchserver.h"
 
+#include "app/keepalive.h"
 #include "link/textlog.h"
 
 #include <QDebug>
@@ -101,6 +102,7 @@ void WatchServer::newConnAct()
 void WatchServer::accept(QTcpSocket *socket)
 {
     socket->setReadBufferSize(MaxBatch);
+    keepAlive(socket);
     connections.append(socket);
     textlog::append(
         log, tr("Recieve connect: [%1:%2]")

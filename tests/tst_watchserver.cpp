@@ -6,6 +6,12 @@
 #include <QTextEdit>
 #include <QtTest>
 
+#ifdef Q_OS_LINUX
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#endif
+
 namespace {
 
 /// A listening server and its log.
@@ -45,6 +51,7 @@ class TestWatchServer : public QObject
 private slots:
     void logsMessages_data();
     void logsMessages();
+    void noticesAPeerWithoutPower();
     void refusesASecondPeer();
     void servesTheNextPeer();
     void stopsAndStartsAgain();
@@ -71,6 +78,28 @@ void TestWatchServer::logsMessages()
     QTRY_COMPARE(watch.lines(), QStringList(pusher.connectLine()));
     pusher.write(message);
     QTRY_COMPARE(watch.lines(), (QStringList{pusher.connectLine(), line}));
+}
+
+void TestWatchServer::noticesAPeerWithoutPower()
+{
+#ifdef Q_OS_LINUX
+    Watch watch;
+    Pusher pusher(watch);
+    QTRY_COMPARE(watch.lines().size(), 1);
+    const int socket = static_cast<int>(watch.server.findChild<QTcpSocket *>()->socketDescriptor());
+    const auto option = [socket](int level, int name) {
+        int value = 0;
+        socklen_t size = sizeof value;
+        return getsockopt(socket, level, name, &value, &size) == 0 ? value : -1;
+    };
+    QCOMPARE(option(SOL_SOCKET, SO_KEEPALIVE), 1);
+    const int probes = option(IPPROTO_TCP, TCP_KEEPCNT);
+    const int seconds =
+        option(IPPROTO_TCP, TCP_KEEPIDLE) + probes * option(IPPROTO_TCP, TCP_KEEPINTVL);
+    QVERIFY2(probes > 1 && seconds < 30, qPrintable(QString::number(seconds)));
+#else
+    QSKIP("The options of the socket cannot be read here.");
+#endif
 }
 
 void TestWatchServer::refusesASecondPeer()
