@@ -4,10 +4,12 @@
 #include "link/textlog.h"
 
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QNetworkInterface>
 #include <QNetworkProxy>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTextCodec>
 
 #include <algorithm>
 #include <utility>
@@ -16,8 +18,13 @@ namespace {
 
 constexpr int MaxPending = 1;
 constexpr int MaxServed = 1;
-// A flood is taken in such bites, each an entry that is shown as far as the log shows any.
-constexpr qint64 MaxBatch = 1048576; // bytes
+// The most bytes that one read brings, for which an entry of the log has room. The receive buffer
+// of the system holds about as many; TCP leaves the rest to the peer.
+constexpr int MaxBatch = 61440;
+// After each entry the listener pauses for this many times the time that the entry took. Its
+// painting takes the same time again at most.
+constexpr qint64 PauseFactor = 3;
+constexpr qint64 Millisecond = 1000000; // ns
 constexpr int NetworkOctets = 3;
 
 void toOctets(quint32 address, quint8 out[4])
@@ -37,6 +44,14 @@ bool parseHost(const QString &host, quint8 out[4])
     return isNumber;
 }
 
+/// The bytes at the end that are only the beginning of a character.
+int incompleteBytes(const QByteArray &text)
+{
+    QTextCodec::ConverterState state;
+    QTextCodec::codecForName("UTF-8")->toUnicode(text.constData(), text.size(), &state);
+    return state.remainingChars;
+}
+
 } // namespace
 
 WatchServer::WatchServer(QTextEdit *watchText, QObject *parent)
@@ -47,6 +62,8 @@ WatchServer::WatchServer(QTextEdit *watchText, QObject *parent)
     server->setProxy(QNetworkProxy::NoProxy); // a proxy of the system cannot listen
     server->setMaxPendingConnections(MaxPending);
     connect(server, SIGNAL(newConnection()), this, SLOT(newConnAct()));
+    pause.setSingleShot(true);
+    connect(&pause, SIGNAL(timeout()), this, SLOT(dataReadyAct()));
 }
 
 void WatchServer::startListen(quint16 port)
@@ -61,6 +78,7 @@ void WatchServer::stopListen()
 {
     if (!listening)
         return;
+    showRest();
     // A socket may report its disconnect while it is told to go: the list is empty by then.
     const QList<QTcpSocket *> sockets = std::exchange(connections, {});
     for (QTcpSocket *socket : sockets)
@@ -102,6 +120,7 @@ void WatchServer::newConnAct()
 void WatchServer::accept(QTcpSocket *socket)
 {
     socket->setReadBufferSize(MaxBatch);
+    socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, MaxBatch);
     keepAlive(socket);
     connections.append(socket);
     textlog::append(
@@ -115,9 +134,28 @@ void WatchServer::accept(QTcpSocket *socket)
 
 void WatchServer::dataReadyAct()
 {
-    if (connections.isEmpty() || connections.first()->bytesAvailable() < 1)
+    if (pause.isActive() || connections.isEmpty() || connections.first()->bytesAvailable() < 1)
         return;
-    textlog::append(log, entry(connections.first()->readAll()));
+    const QByteArray arrived = connections.first()->readAll();
+    const QByteArray batch = split + arrived;
+    split = batch.right(arrived.size() == MaxBatch ? incompleteBytes(batch) : 0);
+    show(batch.chopped(split.size()));
+}
+
+void WatchServer::showRest()
+{
+    if (!connections.isEmpty())
+        show(std::exchange(split, {}) + connections.first()->readAll());
+}
+
+void WatchServer::show(const QByteArray &batch)
+{
+    if (batch.isEmpty())
+        return;
+    QElapsedTimer clock;
+    clock.start();
+    textlog::append(log, entry(batch));
+    pause.start(static_cast<int>(PauseFactor * clock.nsecsElapsed() / Millisecond) + 1);
 }
 
 QString WatchServer::entry(const QByteArray &batch)
@@ -129,6 +167,7 @@ void WatchServer::disconnAct()
 {
     if (connectionCount <= 0)
         return;
+    showRest();
     --connectionCount;
     if (!connections.isEmpty())
         connections.removeLast();

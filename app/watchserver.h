@@ -2,13 +2,15 @@
 
 #include <QList>
 #include <QObject>
+#include <QTimer>
 
 class QTcpServer;
 class QTcpSocket;
 class QTextEdit;
 
 /// Receives the text messages that the terminal pushes, from one peer at a time; a second one is
-/// closed at once. Messages are UTF-8 without framing: what one read brings is one log entry.
+/// closed at once. Messages are UTF-8 without framing: what one read brings is one log entry. A
+/// flood is read in small pieces with pauses, so that it takes a fraction of the time at most.
 class WatchServer : public QObject
 {
     Q_OBJECT
@@ -35,10 +37,15 @@ public slots:
 
 private:
     void accept(QTcpSocket *socket);
+    /// Shows what is still unread of a connection that ends.
+    void showRest();
+    void show(const QByteArray &batch);
 
     QTextEdit *log;
     QTcpServer *server;
     bool listening = false;
     qint32 connectionCount = 0; ///< accepted and not yet reported disconnected
     QList<QTcpSocket *> connections;
+    QByteArray split; ///< beginning of a character whose rest comes with the next read
+    QTimer pause;     ///< active while nothing is read
 };

@@ -1,4 +1,5 @@
 #include "app/watchserver.h"
+#include "link/textlog.h"
 
 #include <QNetworkProxy>
 #include <QTcpServer>
@@ -51,6 +52,7 @@ class TestWatchServer : public QObject
 private slots:
     void logsMessages_data();
     void logsMessages();
+    void takesAFloodInPieces();
     void noticesAPeerWithoutPower();
     void refusesASecondPeer();
     void servesTheNextPeer();
@@ -78,6 +80,22 @@ void TestWatchServer::logsMessages()
     QTRY_COMPARE(watch.lines(), QStringList(pusher.connectLine()));
     pusher.write(message);
     QTRY_COMPARE(watch.lines(), (QStringList{pusher.connectLine(), line}));
+}
+
+// Nothing of it is lost, and no character is split.
+void TestWatchServer::takesAFloodInPieces()
+{
+    Watch watch;
+    const QString flood = 'a' + QString(100000, QChar(0x4E2D));
+    Pusher pusher(watch);
+    QTRY_COMPARE(watch.lines().size(), 1);
+    pusher.write(flood.toUtf8());
+    pusher.disconnectFromHost();
+    QTRY_VERIFY(watch.lines().endsWith("The connection is abandoned."));
+    const QStringList lines = textlog::fullText(&watch.log).split('\n');
+    const QStringList pieces = lines.mid(1, lines.size() - 2);
+    QVERIFY(pieces.size() >= 5);
+    QVERIFY(pieces.join(QString()).remove("Data In:") == flood);
 }
 
 void TestWatchServer::noticesAPeerWithoutPower()
