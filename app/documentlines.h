@@ -1,11 +1,10 @@
 #pragma once
 
+#include "data/systeminfo.h"
+#include "data/users.h"
+
 #include <QStringList>
 
-#include <cstddef>
-#include <optional>
-
-/// What the window says of the terminal's documents, line by line; none when the text is no
-/// document that can be walked.
-std::optional<QStringList> userLines(const char *text, size_t length);
-std::optional<QStringList> systemInfoLines(const char *text, size_t length);
+/// The lines of the log that show a document of the terminal; none where there is none.
+QStringList userLines(const ListDocument<User> &users);
+QStringList systemInfoLines(const SystemInfo &info);

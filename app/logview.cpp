@@ -1,8 +1,8 @@
 #include "app/logview.h"
 
 #include "app/finddialog.h"
-#include "link/textlog.h"
-#include "link/wholefile.h"
+#include "widgets/textlog.h"
+#include "data/wholefile.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -5,7 +5,7 @@
 #include "app/logview.h"
 #include "app/watchserver.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 #include "widgets/controls.h"
 #include "widgets/placement.h"
 #include "widgets/screenfit.h"

@@ -2,8 +2,8 @@
 
 #include "app/watchserver.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
 #include "widgets/controls.h"
+#include "widgets/textlog.h"
 
 #include <QBoxLayout>
 #include <QGroupBox>

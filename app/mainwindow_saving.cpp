@@ -1,7 +1,7 @@
 #include "app/mainwindow.h"
 
-#include "link/frames.h"
-#include "link/wholefile.h"
+#include "data/frames.h"
+#include "data/wholefile.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

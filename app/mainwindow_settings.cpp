@@ -7,7 +7,7 @@
 #include "dialogs/qrcodedialog.h"
 #include "dialogs/setsysinfodlg.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QDebug>
 #include <QGridLayout>
@@ -91,13 +91,13 @@ void MainWindow::qrcodeBtnClickAct()
 
 void MainWindow::getSysInfoBtnClickAct()
 {
-    std::vector<char> text(CmdClient::DocumentCapacity);
-    uint32_t length = 0;
-    if (!client->getSystemInfo(text.data(), &length))
+    QByteArray text;
+    if (!fetchSystemInfo(client, &text))
         return;
     log(tr("System info acquiring succeeded."));
-    const std::optional<QStringList> lines = systemInfoLines(text.data(), length);
-    textlog::append(infoText, lines.value_or(QStringList(tr("JSON parsing failed."))));
+    const std::optional<SystemInfo> info = readSystemInfo(text);
+    textlog::append(infoText,
+                    info ? systemInfoLines(*info) : QStringList(tr("JSON parsing failed.")));
 }
 
 void MainWindow::getModeBtnClickAct()

@@ -1,13 +1,13 @@
 #include "app/mainwindow.h"
 
 #include "app/documentlines.h"
+#include "data/wholefile.h"
 #include "dialogs/adduserdlg.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
-#include "link/wholefile.h"
 #include "widgets/controls.h"
 #include "widgets/elidingcombobox.h"
+#include "widgets/textlog.h"
 
 #include <QBoxLayout>
 #include <QComboBox>
@@ -28,7 +28,6 @@ constexpr QSize ModeSize(80, 22);
 constexpr QSize ButtonSize(100, 28);
 constexpr int ButtonColumns = 4;
 
-constexpr size_t UserListCapacity = 819200;
 constexpr uint8_t FeatureKind = 0; // the terminal knows no other
 
 // Items of the mode box, which shows what was commanded last.
@@ -103,15 +102,12 @@ QLayout *MainWindow::createUserRow()
 
 void MainWindow::getUserListBtnClickAct()
 {
-    std::vector<uint8_t> text(UserListCapacity);
-    uint32_t length = 0;
-    if (!client->getUserList(text.data(), &length, text.size()))
+    QByteArray text;
+    if (!fetchUserList(client, &text))
         return;
-    log(tr("Data reading succeeded：%1").arg(length));
-
-    const std::optional<QStringList> lines =
-        userLines(reinterpret_cast<const char *>(text.data()), length);
-    textlog::append(infoText, lines.value_or(QStringList(tr("JSON parsing failed."))));
+    log(tr("Data reading succeeded：%1").arg(text.size()));
+    const std::optional<ListDocument<User>> users = readUsers(text);
+    textlog::append(infoText, users ? userLines(*users) : QStringList(tr("JSON parsing failed.")));
 }
 
 void MainWindow::exportUserInfoBtnClickAct()

@@ -1,7 +1,7 @@
 #include "app/watchserver.h"
 
 #include "app/keepalive.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QDebug>
 #include <QElapsedTimer>

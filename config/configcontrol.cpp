@@ -1,7 +1,7 @@
 #include "config/configcontrol.h"
 
-#include "config/dottedquad.h"
-#include "config/json.h"
+#include "data/dottedquad.h"
+#include "data/json.h"
 #include "widgets/controls.h"
 
 #include <QComboBox>

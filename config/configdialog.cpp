@@ -1,8 +1,9 @@
 #include "config/configdialog.h"
 
-#include "config/json.h"
+#include "data/fetchtext.h"
+#include "data/json.h"
 #include "link/cmdclient.h"
-#include "link/wholefile.h"
+#include "data/wholefile.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
@@ -104,12 +105,7 @@ void ConfigDialog::load()
 
 bool ConfigDialog::fetch(QByteArray *text)
 {
-    QByteArray buffer(CmdClient::DocumentCapacity, Qt::Uninitialized);
-    uint32_t length = 0;
-    if (!std::invoke(document.get, client, buffer.data(), &length, CmdClient::DocumentCapacity))
-        return false;
-    *text = buffer.left(static_cast<int>(length));
-    return true;
+    return fetchText(client, document.get, CmdClient::DocumentCapacity, text);
 }
 
 void ConfigDialog::issue(const QByteArray &text, const QString &line)

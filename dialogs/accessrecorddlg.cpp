@@ -1,10 +1,10 @@
 #include "dialogs/accessrecorddlg.h"
 
-#include "config/json.h"
+#include "data/records.h"
+#include "data/wholefile.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
-#include "link/wholefile.h"
 #include "widgets/controls.h"
+#include "widgets/textlog.h"
 
 #include <QBoxLayout>
 #include <QCoreApplication>
@@ -32,12 +32,7 @@ constexpr int MaxPageRounds = 3000;
 constexpr int MaxEqualPages = 3; // in a row
 constexpr uint32_t MaxRecords = 10000000;
 
-constexpr size_t PageCapacity = 409600;
-constexpr size_t FileListCapacity = 4224;
-constexpr uint32_t MostShown = 100;
-
-// A record begins with its type; its four texts end with a zero byte.
-constexpr size_t TextOffsets[] = {4, 20, 36, 68};
+constexpr uint32_t MaxShown = 100;
 
 bool isPrintableAscii(char byte)
 {
@@ -50,18 +45,14 @@ bool breaksLine(QChar character)
            character == QChar::ParagraphSeparator;
 }
 
-/// A text that fills its field runs on into the next one, but never past the record. Bytes that are
-/// no UTF-8 and characters that would break the record's line are replaced.
-void appendText(std::string *line, const uint8_t *record, size_t offset)
+/// Bytes that are no UTF-8 and characters that would break the record's line are replaced.
+void appendText(std::string *line, std::string_view bytes)
 {
-    const char *bytes = reinterpret_cast<const char *>(record) + offset;
-    const int length =
-        static_cast<int>(qstrnlen(bytes, static_cast<uint>(wire::RecordSize - offset)));
-    if (std::all_of(bytes, bytes + length, isPrintableAscii)) {
-        line->append(bytes, static_cast<size_t>(length));
+    if (std::all_of(bytes.begin(), bytes.end(), isPrintableAscii)) {
+        line->append(bytes);
         return;
     }
-    QString text = QString::fromUtf8(bytes, length);
+    QString text = QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
     std::replace_if(text.begin(), text.end(), breaksLine, QChar(QChar::ReplacementCharacter));
     line->append(text.toStdString());
 }
@@ -123,27 +114,12 @@ QLayout *AccessRecordDlg::createButtonGrid()
     return grid;
 }
 
-bool AccessRecordDlg::RecordPage::operator==(const RecordPage &other) const
-{
-    const auto size = static_cast<ptrdiff_t>(count * wire::RecordSize);
-    return count == other.count &&
-           std::equal(bytes.begin(), bytes.begin() + size, other.bytes.begin());
-}
-
 void AccessRecordDlg::reject()
 {
     if (exporting)
         cancelled = true;
     else
         DeviceDialog::reject();
-}
-
-bool AccessRecordDlg::fetchPage(const QDate &month, uint32_t firstIndex, RecordPage *page)
-{
-    page->bytes.resize(PageCapacity);
-    return client->getMonthRecords(static_cast<uint16_t>(month.year()),
-                                   static_cast<uint8_t>(month.month()), page->bytes.data(),
-                                   page->bytes.size(), firstIndex, &page->count, pageRounds);
 }
 
 bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex,
@@ -154,7 +130,7 @@ bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex,
     client->resynchronize();
     do {
         attempt.start();
-        if (fetchPage(month, firstIndex, page)) {
+        if (fetchRecordPage(client, month, firstIndex, page, pageRounds)) {
             if (firstIndex == 0 || !(*page == before))
                 return true;
             if (++equalPages == MaxEqualPages)
@@ -182,15 +158,15 @@ std::string AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, 
     std::string lines;
     lines.reserve((page.count - from) * wire::RecordSize);
     for (uint32_t i = from; i < page.count; ++i) {
-        const uint8_t *record = page.bytes.data() + i * wire::RecordSize;
+        const RecordView record = page.record(i);
         lines.append(parts[0]).append(std::to_string(firstIndex + i)).append(parts[1]);
-        appendText(&lines, record, TextOffsets[0]);
+        appendText(&lines, record.text(0));
         lines.append(parts[2]);
-        appendText(&lines, record, TextOffsets[1]);
-        lines.append(parts[3]).append(types[qMin<int>(record[0], 2)]).append(parts[4]);
-        appendText(&lines, record, TextOffsets[2]);
+        appendText(&lines, record.text(1));
+        lines.append(parts[3]).append(types[qMin<int>(record.type(), 2)]).append(parts[4]);
+        appendText(&lines, record.text(2));
         lines.append(parts[5]);
-        appendText(&lines, record, TextOffsets[3]);
+        appendText(&lines, record.text(3));
         lines.append(parts[6]).append(1, '\n');
     }
     return lines;
@@ -198,34 +174,21 @@ std::string AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, 
 
 void AccessRecordDlg::getRecordFilesBtnClickAct()
 {
-    std::vector<char> text(FileListCapacity);
-    uint32_t length = 0;
-    if (!client->getRecordFileList(text.data(), &length, text.size()))
+    QByteArray text;
+    if (!fetchRecordFiles(client, &text))
         return;
-    log(tr("Data loaded：%1").arg(length));
-    Json::Value root;
-    if (!json::parseObject(text.data(), length, &root)) {
-        log(tr("json parsing failed."));
-        return;
-    }
-    const Json::Value *files = json::array(root, "record_files");
-    if (!files)
-        return;
-    QStringList lines;
-    for (const Json::Value &file : *files) {
-        if (const std::optional<QString> name = json::text(file))
-            lines.append(*name);
-    }
-    textlog::append(infoText, lines);
+    log(tr("Data loaded：%1").arg(text.size()));
+    textlog::append(infoText,
+                    readRecordFiles(text).value_or(QStringList(tr("json parsing failed."))));
 }
 
 void AccessRecordDlg::readRecordBtnClickAct()
 {
     RecordPage page;
-    if (!fetchPage(dateEdit->date(), 0, &page))
+    if (!fetchRecordPage(client, dateEdit->date(), 0, &page))
         return;
     log(tr("Record loaded：%1").arg(page.count));
-    const std::string lines = recordLines(page, page.count - qMin(page.count, MostShown), 0);
+    const std::string lines = recordLines(page, page.count - qMin(page.count, MaxShown), 0);
     if (!lines.empty())
         log(QString::fromStdString(lines).chopped(1));
 }

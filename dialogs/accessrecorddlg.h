@@ -1,10 +1,9 @@
 #pragma once
 
-#include "link/exchange.h"
+#include "data/records.h"
 #include "widgets/devicedialog.h"
 
 #include <string>
-#include <vector>
 
 class QDate;
 class QDateEdit;
@@ -33,19 +32,9 @@ private slots:
     void clearRecordBtnClickAct();
 
 private:
-    /// Records as the terminal delivers them, one behind the other.
-    struct RecordPage
-    {
-        std::vector<uint8_t> bytes;
-        uint32_t count = 0;
-
-        bool operator==(const RecordPage &other) const;
-    };
-
     QLayout *createDateRow();
     QLayout *createButtonGrid();
 
-    bool fetchPage(const QDate &month, uint32_t firstIndex, RecordPage *page);
     /// Asks until the page has come. Returns false when the connection is gone, the operator ends
     /// the export, or the terminal sends the page `before` three times in a row.
     bool fetchNextPage(const QDate &month, uint32_t firstIndex, const RecordPage &before,

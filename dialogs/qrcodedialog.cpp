@@ -1,10 +1,10 @@
 #include "dialogs/qrcodedialog.h"
 
-#include "config/json.h"
+#include "data/qrcodes.h"
 #include "dialogs/textfield.h"
 #include "dialogs/ui_qrcodedialog.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QInputDialog>
 #include <QMessageBox>
@@ -13,8 +13,6 @@
 #include <functional>
 
 namespace {
-
-constexpr size_t ListCapacity = 819200;
 
 void fillTime(quint8 (&field)[7], const QDateTime &time)
 {
@@ -84,34 +82,24 @@ QString QRCodeDialog::fill(QrEntry *entry)
 
 void QRCodeDialog::on_readBtn_clicked()
 {
-    std::vector<char> text(ListCapacity);
-    uint32_t length = 0;
-    if (!client->getQrCodeList(text.data(), &length, text.size()))
+    QByteArray text;
+    if (!fetchQrCodeList(client, &text))
         return;
-    log(tr("data loaded：%1").arg(length));
-    Json::Value root;
-    if (!json::parseObject(text.data(), length, &root) || !listCodes(root))
+    log(tr("data loaded：%1").arg(text.size()));
+    const std::optional<ListDocument<QrCode>> codes = readQrCodes(text);
+    if (!codes)
         log(tr("json parsing failed."));
+    else if (codes->isPresent)
+        list(codes->entries);
 }
 
-bool QRCodeDialog::listCodes(const Json::Value &root)
+void QRCodeDialog::list(const std::vector<QrCode> &codes)
 {
-    const Json::Value *codes = json::array(root, "qrcode data");
-    if (!codes)
-        return true;
-    if (!std::all_of(codes->begin(), codes->end(), json::hasMembers))
-        return false;
-
-    QStringList lines(tr("QR code record count：%1").arg(codes->size()));
+    QStringList lines(tr("QR code record count：%1").arg(codes.size()));
     const QString line = tr("[%1][%2 %3]: %4");
-    for (const Json::Value &code : *codes) {
-        const auto text = [&code](const char *key) {
-            return json::text(code, key).value_or(QString());
-        };
-        lines.append(line.arg(text("name"), text("st"), text("et"), text("QR")));
-    }
+    for (const QrCode &code : codes)
+        lines.append(line.arg(code.remark, code.start, code.end, code.data));
     textlog::append(infoText, lines);
-    return true;
 }
 
 void QRCodeDialog::on_del_by_note_btn_clicked()

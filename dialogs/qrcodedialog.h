@@ -4,10 +4,10 @@
 #include "widgets/devicedialog.h"
 
 #include <memory>
+#include <vector>
 
-namespace Json {
-class Value;
-}
+struct QrCode;
+
 namespace Ui {
 class QRCodeDialog;
 }
@@ -31,8 +31,7 @@ private slots:
 private:
     /// What is wrong with the texts or the times; empty when the entry is complete.
     QString fill(QrEntry *entry);
-    /// False when the document has another shape.
-    bool listCodes(const Json::Value &root);
+    void list(const std::vector<QrCode> &codes);
     void askAndDelete(bool (CmdClient::*command)(const char *text), const QString &label);
 
     std::unique_ptr<Ui::QRCodeDialog> ui;

@@ -1,8 +1,8 @@
 #include "dialogs/remoteenrolldlg.h"
 
+#include "data/frames.h"
+#include "data/wholefile.h"
 #include "link/cmdclient.h"
-#include "link/frames.h"
-#include "link/wholefile.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>

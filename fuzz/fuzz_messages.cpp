@@ -2,7 +2,7 @@
 
 #include "app/watchserver.h"
 #include "fuzz/harness.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QTextBlock>
 

@@ -31,19 +31,3 @@ void harness::click(const QWidget &dialog, const char *button)
     dialog.findChild<QPushButton *>(QLatin1String(button))->click();
     QCoreApplication::sendPostedEvents(); // they would pile up
 }
-
-ReplayClient::ReplayClient(QTextEdit *log)
-    : CmdClient(log, nullptr)
-{
-}
-
-int ReplayClient::sendPacket(uint32_t totalLength)
-{
-    return totalLength >= wire::AckSize && totalLength <= wire::SendCapacity ? 1 : 0;
-}
-
-bool ReplayClient::waitUntil(const std::function<bool()> &complete, int /*rounds*/)
-{
-    recvBuffer = bytesToFind;
-    return complete();
-}

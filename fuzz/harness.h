@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/cmdclient.h"
+#include "testkit/replayclient.h"
 
 #include <QTextEdit>
 
@@ -18,24 +18,6 @@ QByteArray reply(const uint8_t *data, size_t size);
 void click(const QWidget &dialog, const char *button);
 
 } // namespace harness
-
-/// A client that no terminal is connected to: every request is taken, every wait finds the same
-/// bytes. What a wait would not accept as complete within its time ends it at once.
-class ReplayClient : public CmdClient
-{
-public:
-    explicit ReplayClient(QTextEdit *log);
-
-    void setReply(const QByteArray &bytes) { bytesToFind = bytes; }
-
-    int sendPacket(uint32_t totalLength) override;
-
-protected:
-    bool waitUntil(const std::function<bool()> &complete, int rounds) override;
-
-private:
-    QByteArray bytesToFind;
-};
 
 namespace harness {
 

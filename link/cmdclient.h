@@ -1,17 +1,14 @@
 #pragma once
 
-#include "link/exchange.h"
-#include "link/packet.h"
-#include "link/wire.h"
+#include "link/connection.h"
 
 #include <QAbstractSocket>
 #include <QObject>
 #include <QString>
 
-#include <functional>
 #include <memory>
 
-class QTcpSocket;
+class ClientHost;
 class QTextEdit;
 
 /// The console's only channel to the terminal: one TCP connection, one request at a time, each
@@ -26,7 +23,9 @@ class CmdClient : public QObject
     Q_OBJECT
 
 public:
-    /// The log is borrowed and must outlive the commands.
+    CmdClient(std::unique_ptr<ClientHost> host, QObject *parent);
+    /// A client of a window: its lines go to the log, which is borrowed and must outlive the
+    /// commands. Part of the library of the widgets.
     CmdClient(QTextEdit *infoText, QObject *parent);
     ~CmdClient() override;
 
@@ -42,20 +41,20 @@ public:
     bool resynchronize();
     /// Reports that the last reply was that of an earlier request, so that its own is still to
     /// come.
-    void distrustReply() { inStep = false; }
+    void distrustReply() { connection.distrustReply(); }
     /// Whether the connection stands right now; no longer when the terminal has ended it.
-    bool hasConnection() const;
+    bool hasConnection() const { return connection.isConnected(); }
 
     QAbstractSocket::SocketState socketState() const;
     /// How long the last reply that came whole took, in microseconds; -1 before the first.
-    qint64 lastReplyTime() const { return replyTime; }
+    qint64 lastReplyTime() const { return connection.lastReplyTime(); }
 
     /// Whether a command is waiting for its reply right now.
-    bool isWaiting() const { return waiting; }
+    bool isWaiting() const { return connection.isWaiting(); }
 
     // Transport, used by the commands.
     /// Frames and sends the first `totalLength` bytes of the send buffer; 1 on success, else 0.
-    virtual int sendPacket(uint32_t totalLength);
+    int sendPacket(uint32_t totalLength);
     /// Waits for `expectedLength` bytes, at most `rounds` milliseconds and the time events take.
     bool waitAck(int expectedLength, int rounds);
     /// Waits for a reply as long as it declares itself, or for `capLength` bytes.
@@ -126,13 +125,6 @@ public:
     bool deleteQrCodeByData(const char *text);
     bool getQrCodeList(char *out, uint32_t *outLen, size_t capacity);
 
-protected:
-    /// Waits in rounds of a millisecond, `rounds` at most, for what arrives to be complete.
-    /// Virtual, as is sendPacket, so that replies can come from elsewhere than a terminal.
-    virtual bool waitUntil(const std::function<bool()> &complete, int rounds);
-
-    QByteArray recvBuffer; ///< what has arrived since the wait began
-
 private slots:
     void connected();
     void disconnected();
@@ -140,12 +132,7 @@ private slots:
     void readyRead();
 
 private:
-    /// Connects to `deviceHost` and `devicePort`; false after ConnectTimeout too, with
-    /// `connectTimedOut` set.
-    bool openConnection();
-    /// Drops what has arrived since the last wait.
-    void dropArrived();
-    PacketWriter request(wire::Command command);
+    PacketWriter request(wire::Command command) { return connection.request(command); }
     bool exchange(const PacketWriter &packet, const Wait &wait);
     /// An exchange that brings nothing but a status. `texts` is a table as StatusText tells.
     bool command(const PacketWriter &packet, const Wait &wait, const StatusText *texts);
@@ -177,17 +164,10 @@ private:
 
     bool getImage(wire::Command command, uint8_t *out);
 
-    ReplyView reply() const { return ReplyView(recvBuffer); }
+    ReplyView reply() const { return connection.reply(); }
     void log(const QString &line);
 
     bool isConnected = false;
-    QTcpSocket *socket;
-    QTextEdit *infoText;
-    std::unique_ptr<uint8_t[]> sendBuffer;
-    QString deviceHost; ///< host and port of the last connection
-    quint16 devicePort = 0;
-    bool connectTimedOut = false; ///< the terminal did not answer the last attempt to connect
-    bool inStep = true; ///< no request has been sent, or the last reply came whole and alone
-    bool waiting = false;
-    qint64 replyTime = -1;
+    std::unique_ptr<ClientHost> host;
+    Connection connection;
 };

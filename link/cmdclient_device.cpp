@@ -35,7 +35,6 @@ constexpr StatusText SerialTexts[] = {
 
 bool CmdClient::getTofDistance(uint16_t *out)
 {
-    recvBuffer.resize(0);
     if (!getValue(wire::Command::GetTofDistance, sizeof *out))
         return false;
     *out = reply().u16(ValueOffset);

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstring>
 
-PacketWriter::PacketWriter(uint8_t *target, size_t targetCapacity)
+PacketWriter::PacketWriter(uint8_t *target, size_t targetCapacity, size_t offset)
     : buffer(target),
       capacity(targetCapacity),
-      used(wire::CodeOffset)
+      used(offset)
 {
 }
 
@@ -54,6 +54,14 @@ PacketWriter &PacketWriter::bigEndian(uint32_t value, size_t width)
     for (size_t i = 0; i < width; ++i)
         octets[i] = static_cast<uint8_t>(value >> (8 * (width - 1 - i)));
     return bytes(octets, width);
+}
+
+void writeHead(uint8_t *packet, uint32_t totalLength)
+{
+    PacketWriter head(packet, wire::HeadSize, 0);
+    const uint32_t following = totalLength - static_cast<uint32_t>(wire::HeadSize);
+    head.u8(wire::Magic0).u8(wire::Magic1).u8(static_cast<uint8_t>(following >> 16));
+    head.u16(static_cast<uint16_t>(following));
 }
 
 ReplyView::ReplyView(const QByteArray &received)

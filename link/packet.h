@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/wire.h"
+
 #include <QByteArray>
 
 #include <cstddef>
@@ -11,7 +13,7 @@
 class PacketWriter
 {
 public:
-    PacketWriter(uint8_t *buffer, size_t capacity);
+    PacketWriter(uint8_t *buffer, size_t capacity, size_t offset = wire::CodeOffset);
 
     PacketWriter &u8(uint8_t value);
     PacketWriter &u16(uint16_t value);
@@ -32,6 +34,9 @@ private:
     size_t used;
     bool fitting = true;
 };
+
+/// Writes the head of a packet that is `totalLength` bytes long, head included.
+void writeHead(uint8_t *packet, uint32_t totalLength);
 
 /// Read-only view of what has arrived of one reply. The length that the peer declares is a claim:
 /// every access is bounded by the bytes that are there. Borrows the bytes.

@@ -1,12 +1,10 @@
 #include "commandcases.h"
 #include "linkrig.h"
+#include "testkit/replayclient.h"
 
-#include <QApplication>
-#include <QProcess>
 #include <QtTest>
 
-#include <cstdio>
-#include <memory>
+#include <functional>
 
 class TestCommands : public QObject
 {
@@ -22,8 +20,14 @@ private slots:
     void judgesAnAckByItsStatus();
     void refusesUnsent_data();
     void refusesUnsent();
+    void noticesAMissingByte_data();
     void noticesAMissingByte();
+    void standsDamagedReplies_data();
+    void standsDamagedReplies();
 };
+
+using Damage = std::function<QByteArray(const QByteArray &reply)>;
+Q_DECLARE_METATYPE(Damage)
 
 Q_DECLARE_METATYPE(Call)
 
@@ -36,8 +40,6 @@ QString lineOnSuccess(const QByteArray &name)
         return "The loaded data count：5";
     return name == "getMonthRecords" ? "The loaded data count：203" : "";
 }
-
-const char OneByteShort[] = "--one-byte-short"; // followed by the name of a command
 
 } // namespace
 
@@ -232,45 +234,68 @@ void TestCommands::refusesUnsent()
     QTEST(link.log.toPlainText(), "line");
 }
 
-// A time-out is a second of sleep: many of them pass side by side, each in its own process.
+void TestCommands::noticesAMissingByte_data()
+{
+    exchangesBytes_data();
+}
+
 void TestCommands::noticesAMissingByte()
 {
-    std::vector<std::unique_ptr<QProcess>> processes;
-    for (const CommandCase &command : commandCases()) {
-        processes.push_back(std::make_unique<QProcess>());
-        processes.back()->setReadChannel(QProcess::StandardOutput);
-        processes.back()->start(QCoreApplication::applicationFilePath(),
-                                {OneByteShort, command.name});
-    }
-    for (size_t i = 0; i < processes.size(); ++i) {
-        const CommandCase &command = commandCases()[i];
-        QVERIFY2(processes[i]->waitForFinished(40000), command.name);
-        QVERIFY2(processes[i]->exitCode() == 0, command.name);
-        QCOMPARE(command.name + QString::fromUtf8(processes[i]->readAll()),
-                 command.name + QString(command.silent ? "" : "Fail to accept ACK."));
-    }
-}
-
-/// The command's reply lacks its last byte: writes the log to the standard output; 0 if the command
-/// failed without touching its outputs.
-static int exchangeOneByteShort(const QByteArray &name)
-{
+    QFETCH(QByteArray, name);
     const CommandCase &command = commandCase(name);
-    Link link;
-    link.peer.expect({command.request, {command.reply.chopped(1)}});
+    QTextEdit log;
+    ReplayClient client(&log);
+    log.clear();
+    client.setReply(command.reply.chopped(1));
     QByteArray result;
-    const bool failed = !command.call(link.client, &result) && result.isEmpty();
-    std::fputs(link.log.toPlainText().toUtf8().constData(), stdout);
-    return failed ? 0 : 1;
+    QVERIFY(!command.call(client, &result));
+    QCOMPARE(result, QByteArray());
+    QCOMPARE(log.toPlainText(), QString(command.silent ? "" : "Fail to accept ACK."));
 }
 
-int main(int argc, char *argv[])
+void TestCommands::standsDamagedReplies_data()
 {
-    QApplication application(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], OneByteShort) == 0)
-        return exchangeOneByteShort(argv[2]);
-    TestCommands test;
-    return QTest::qExec(&test, argc, argv);
+    QTest::addColumn<Damage>("damage");
+    const auto declaring = [](int difference) {
+        return Damage([difference](const QByteArray &reply) {
+            return head(reply.size() - 5 + difference) + reply.mid(5);
+        });
+    };
+    QTest::newRow("nothing") << Damage([](const QByteArray &) { return QByteArray(); });
+    QTest::newRow("half-a-head") << Damage([](const QByteArray &reply) { return reply.left(4); });
+    QTest::newRow("head-alone") << Damage([](const QByteArray &reply) { return reply.left(5); });
+    QTest::newRow("half") << Damage(
+        [](const QByteArray &reply) { return reply.left(reply.size() / 2); });
+    QTest::newRow("declares-nothing")
+        << Damage([](const QByteArray &reply) { return head(0) + reply.mid(5); });
+    QTest::newRow("declares-a-byte-more") << declaring(1);
+    QTest::newRow("declares-a-byte-less") << declaring(-1);
+    QTest::newRow("declares-the-most")
+        << Damage([](const QByteArray &reply) { return head(0xFFFFFF) + reply.mid(5); });
+    QTest::newRow("followed-by-more")
+        << Damage([](const QByteArray &reply) { return reply + hex("EAC5 000001 00"); });
+    QTest::newRow("all-ones") << Damage(
+        [](const QByteArray &reply) { return QByteArray(reply.size(), '\xFF'); });
 }
 
+// Outputs stay untouched or get the terminal's bytes, and the next exchange is a good one.
+void TestCommands::standsDamagedReplies()
+{
+    QFETCH(Damage, damage);
+    QTextEdit log;
+    ReplayClient client(&log);
+    for (const CommandCase &command : commandCases()) {
+        client.setReply(damage(command.reply));
+        QByteArray result;
+        const bool accepted = command.call(client, &result);
+        const bool sound =
+            accepted ? result.size() == command.result.size() || command.result.startsWith(result)
+                     : result.isEmpty();
+        QVERIFY2(sound, command.name);
+        client.setReply(command.reply);
+        QVERIFY2(command.call(client, &result) && result == command.result, command.name);
+    }
+}
+
+QTEST_MAIN(TestCommands)
 #include "tst_commands.moc"

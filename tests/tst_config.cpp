@@ -1,6 +1,6 @@
 #include "app/appearance.h"
 #include "boxuser.h"
-#include "config/dottedquad.h"
+#include "data/dottedquad.h"
 #include "configrig.h"
 
 #include <QGroupBox>

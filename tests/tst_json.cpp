@@ -1,4 +1,4 @@
-#include "config/json.h"
+#include "data/json.h"
 
 #include <QtTest>
 

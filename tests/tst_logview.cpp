@@ -1,7 +1,7 @@
 #include "app/finddialog.h"
 #include "app/logview.h"
 #include "boxuser.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QApplication>
 #include <QCheckBox>

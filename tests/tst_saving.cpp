@@ -1,6 +1,6 @@
 #include "app/language.h"
 #include "boxuser.h"
-#include "link/wholefile.h"
+#include "data/wholefile.h"
 #include "windowrig.h"
 
 #include <QFileDialog>

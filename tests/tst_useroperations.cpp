@@ -1,5 +1,5 @@
 #include "boxuser.h"
-#include "link/wholefile.h"
+#include "data/wholefile.h"
 #include "windowrig.h"
 
 #include <QComboBox>

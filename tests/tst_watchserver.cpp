@@ -1,5 +1,5 @@
 #include "app/watchserver.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QNetworkProxy>
 #include <QTcpServer>

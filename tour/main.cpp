@@ -4,7 +4,7 @@
 
 #include "app/appearance.h"
 #include "app/language.h"
-#include "link/wholefile.h"
+#include "data/wholefile.h"
 #include "tour/session.h"
 #include "tour/simulatorprocess.h"
 #include "tour/steps.h"

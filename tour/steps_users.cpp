@@ -1,7 +1,7 @@
 #include "tour/answers.h"
 #include "tour/steps.h"
 
-#include "link/wholefile.h"
+#include "data/wholefile.h"
 #include "link/wire.h"
 
 namespace {

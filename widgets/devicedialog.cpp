@@ -1,6 +1,6 @@
 #include "widgets/devicedialog.h"
 
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 #include "widgets/screenfit.h"
 
 DeviceDialog::DeviceDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)

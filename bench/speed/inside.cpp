@@ -4,7 +4,7 @@
 #include "app/documentlines.h"
 #include "dialogs/qrcodedialog.h"
 #include "fuzz/harness.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QApplication>
 #include <QTextEdit>
@@ -83,8 +83,7 @@ void showUsers(benchmark::State &state)
 {
     const std::unique_ptr<QTextEdit> log(shownLog());
     while (state.KeepRunning()) {
-        textlog::append(log.get(),
-                        userLines(userList().data(), userList().size()).value_or(QStringList()));
+        textlog::append(log.get(), userLines(*readUsers(QByteArray::fromStdString(userList()))));
         state.PauseTiming();
         log->clear();
         QCoreApplication::processEvents();

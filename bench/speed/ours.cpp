@@ -7,7 +7,7 @@
 #include "bench/measure.h"
 #include "dialogs/accessrecorddlg.h"
 #include "link/cmdclient.h"
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 #include "tour/session.h"
 
 #include <QApplication>

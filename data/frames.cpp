@@ -1,4 +1,4 @@
-#include "link/frames.h"
+#include "data/frames.h"
 
 #include "link/wire.h"
 

@@ -1,4 +1,4 @@
-#include "link/textlog.h"
+#include "widgets/textlog.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QDateTime>

@@ -1,4 +1,4 @@
-#include "config/dottedquad.h"
+#include "data/dottedquad.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "link/wholefile.h"
+#include "data/wholefile.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "data/listdocument.h"
+
+class CmdClient;
+
+/// A user as the terminal lists it. What the list leaves out is an empty text or 0.
+struct User
+{
+    QString id;
+    QString card;
+    QString name;
+    int veinCount = 0;  ///< palm-vein features stored
+    int printCount = 0; ///< palmprint features stored
+};
+
+bool fetchUserList(CmdClient *client, QByteArray *text);
+std::optional<ListDocument<User>> readUsers(const QByteArray &text);

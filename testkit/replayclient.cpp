@@ -1,0 +1,83 @@
+#include "testkit/replayclient.h"
+
+#include "link/clienthost.h"
+#include "widgets/textlog.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QNetworkProxy>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+/// The peer's side, too.
+class ReplayClient::Host : public ClientHost
+{
+public:
+    explicit Host(QTextEdit *infoText)
+        : log(infoText)
+    {
+        server.setProxy(QNetworkProxy::NoProxy);
+        if (!server.listen(QHostAddress::LocalHost))
+            qFatal("The peer of a replaying client cannot listen.");
+    }
+
+    void say(const QString &line) override { textlog::append(log, line); }
+
+    bool wait(const std::function<bool()> &complete, int milliseconds) override
+    {
+        return peer ? answer(complete) : connectPeer(complete, milliseconds);
+    }
+
+    QTcpServer server;
+    const QTcpSocket *socket = nullptr; ///< the client's
+    QByteArray reply;
+    QByteArray request;
+
+private:
+    bool connectPeer(const std::function<bool()> &complete, int milliseconds)
+    {
+        const QDeadlineTimer deadline(milliseconds);
+        while (!(complete() && server.hasPendingConnections()) && !deadline.hasExpired())
+            QCoreApplication::processEvents();
+        peer = server.nextPendingConnection();
+        return complete();
+    }
+
+    bool answer(const std::function<bool()> &complete)
+    {
+        peer->waitForReadyRead(0);
+        request = peer->readAll();
+        peer->write(reply);
+        do {
+            peer->flush();
+            QCoreApplication::processEvents();
+        } while (peer->bytesToWrite() > 0 || socket->bytesAvailable() > 0);
+        return complete();
+    }
+
+    QTextEdit *log;
+    QTcpSocket *peer = nullptr; ///< owned by the server
+};
+
+ReplayClient::ReplayClient(QTextEdit *log)
+    : ReplayClient(new Host(log))
+{
+}
+
+ReplayClient::ReplayClient(Host *newHost)
+    : CmdClient(std::unique_ptr<ClientHost>(newHost), nullptr),
+      host(newHost)
+{
+    host->socket = findChild<QTcpSocket *>();
+    connectToDevice("127.0.0.1", host->server.serverPort());
+}
+
+void ReplayClient::setReply(const QByteArray &bytes)
+{
+    host->reply = bytes;
+}
+
+QByteArray ReplayClient::lastRequest() const
+{
+    return host->request;
+}

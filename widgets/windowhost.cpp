@@ -1,0 +1,49 @@
+#include "widgets/windowhost.h"
+
+#include "link/cmdclient.h"
+#include "widgets/busycursor.h"
+#include "widgets/textlog.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+#include <QTimer>
+
+namespace {
+
+constexpr unsigned long RoundPause = 1; // ms
+constexpr int LastRounds = 10;
+
+} // namespace
+
+CmdClient::CmdClient(QTextEdit *infoText, QObject *parent)
+    : CmdClient(std::make_unique<WindowHost>(infoText), parent)
+{
+}
+
+void WindowHost::say(const QString &line)
+{
+    textlog::append(log, line);
+}
+
+bool WindowHost::wait(const std::function<bool()> &complete, int rounds)
+{
+    // As long as it runs, the ticks of a Windows system, and so its sleeps, last a millisecond.
+    QTimer precise;
+    precise.setTimerType(Qt::PreciseTimer);
+    precise.start(1);
+    QElapsedTimer clock;
+    clock.start();
+    BusyCursor cursor;
+    for (int round = 0; round < rounds; ++round) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        if (complete())
+            return true;
+        cursor.showIfLong();
+        // Sleeps that last too long add half of the time at most. After a long interruption the
+        // reply still has a few rounds.
+        if (clock.elapsed() - round <= rounds / 2 || round >= rounds - LastRounds)
+            QThread::msleep(RoundPause); // usleep(1000) takes two ticks on Windows
+    }
+    return false;
+}
