@@ -9,6 +9,13 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+namespace {
+
+constexpr int SmallReply = 16384; // bytes
+constexpr int PieceTimeout = 100; // ms; longer than a delayed acknowledgement
+
+} // namespace
+
 /// The peer's side, too.
 class ReplayClient::Host : public ClientHost
 {
@@ -48,10 +55,15 @@ private:
         peer->waitForReadyRead(0);
         request = peer->readAll();
         peer->write(reply);
+        // A small reply arrives at once, a large one in pieces with pauses between them.
+        const int patience = reply.size() > SmallReply ? PieceTimeout : 0;
+        QDeadlineTimer quiet(patience);
         do {
             peer->flush();
+            if (socket->bytesAvailable() > 0)
+                quiet.setRemainingTime(patience);
             QCoreApplication::processEvents();
-        } while (peer->bytesToWrite() > 0 || socket->bytesAvailable() > 0);
+        } while (!complete() && (peer->bytesToWrite() > 0 || !quiet.hasExpired()));
         return complete();
     }
 

@@ -4,27 +4,6 @@
 #include <QTcpSocket>
 #include <QTest>
 
-QByteArray hex(const char *digits)
-{
-    return QByteArray::fromHex(digits);
-}
-
-QByteArray head(int following)
-{
-    QByteArray bytes = hex("EAC5");
-    for (const int shift : {16, 8, 0})
-        bytes.append(static_cast<char>(following >> shift));
-    return bytes;
-}
-
-QList<QByteArray> bytewise(const QByteArray &bytes)
-{
-    QList<QByteArray> pieces;
-    for (const char byte : bytes)
-        pieces.append(QByteArray(1, byte));
-    return pieces;
-}
-
 quint16 freePort()
 {
     QTcpServer server;

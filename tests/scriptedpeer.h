@@ -1,5 +1,7 @@
 #pragma once
 
+#include "testkit/bytes.h"
+
 #include <QList>
 #include <QObject>
 #include <QQueue>
@@ -7,13 +9,6 @@
 #include <QTimer>
 
 class QTcpSocket;
-
-/// Bytes written as hexadecimal digits; blanks between them only group.
-QByteArray hex(const char *digits);
-/// A packet's head that declares `following` bytes behind it.
-QByteArray head(int following);
-/// Every byte a piece of its own.
-QList<QByteArray> bytewise(const QByteArray &bytes);
 
 /// The terminal's side of a conversation, played from a script in the thread of the test. What the
 /// script does not foresee fails the running test: another request, one that comes before the last

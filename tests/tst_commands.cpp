@@ -1,5 +1,5 @@
-#include "commandcases.h"
 #include "linkrig.h"
+#include "testkit/commandcases.h"
 #include "testkit/replayclient.h"
 
 #include <QtTest>

@@ -1,6 +1,6 @@
-#include "commandcases.h"
+#include "testkit/commandcases.h"
 
-#include "scriptedpeer.h"
+#include "testkit/bytes.h"
 
 #include <cstring>
 
@@ -67,97 +67,33 @@ const QByteArray &features()
     return bytes;
 }
 
-const UserRecord *user()
-{
-    static UserRecord record = {0x01020304, 0x0A0B0C0D, "Ann", ""};
-    std::memset(record.department, 'd', sizeof record.department); // a full field has no zero
-    return &record;
-}
-
-const QrEntry *qrEntry()
-{
-    static QrEntry entry = {"data", "note", {20, 23, 8, 14, 9, 5, 0}, {20, 24, 1, 2, 3, 4, 5}};
-    entry.data[511] = 'z';
-    return &entry;
-}
-
-std::vector<CommandCase> userCases()
-{
-    const QByteArray pair = pattern(777600);
-    const Call images = filling(777600, [](CmdClient &c, uint8_t *out, uint32_t *) {
-        return c.getRemoteEnrollImages(out, 777600, 0x01020304, 4);
-    });
-    const Call remoteFeatures = filling(10240, [](CmdClient &c, uint8_t *out, uint32_t *) {
-        return c.getRemoteFeatures(out, 10240, 255);
-    });
-    return {
-        ack("startEnroll", hex("EAC5 000006 04 01 00010000"), Silent, &CmdClient::startEnroll,
-            65536),
-        ack("startRemoteEnroll", hex("EAC5 000006 04 06 000000FF"), Silent,
-            &CmdClient::startRemoteEnroll, 255),
-        ack("clearUsers", hex("EAC5 000001 0E"), Silent, &CmdClient::clearUsers),
-        text("getUserList", "EAC5 000001 10", userListCall(4)),
-        {"getRemoteEnrollImages", images, hex("EAC5 000006 27 01020304 04"),
-         head(777601) + '\0' + pair, pair, Told},
-        {"getRemoteFeatures", remoteFeatures, hex("EAC5 000005 28 000000FF"),
-         head(10241) + '\0' + features(), features(), Told},
-        ack("importUserFeatures", hex("EAC5 002806 2A 00 00000007") + features(), Told,
-            &CmdClient::importUserFeatures, 7, 0,
-            reinterpret_cast<const uint8_t *>(features().constData()), 10240),
-        ack("addUser",
-            hex("EAC5 000049 30 01020304 0A0B0C0D") + "Ann" + QByteArray(29, '\0') +
-                QByteArray(32, 'd'),
-            Told, &CmdClient::addUser, user()),
-        ack("deleteUser", hex("EAC5 000005 31 01020304"), Told, &CmdClient::deleteUser, 0x01020304),
-        value("getEmptyUserId", "EAC5 000001 33", "EAC5 000005 00 01020304", "04030201", Told,
-              &CmdClient::getEmptyUserId),
-        ack("deleteUserFeatures", hex("EAC5 000005 34 00000009"), Told,
-            &CmdClient::deleteUserFeatures, 9),
-    };
-}
+constexpr UserRecord NewUser = {
+    0x01020304, 0x0A0B0C0D, "Maria Rossi", {'R', 'e', 'c', 'e', 'p', 't', 'i', 'o', 'n', ',', ' ',
+                                            'g', 'r', 'o', 'u', 'n', 'd', ' ', 'f', 'l', 'o', 'o',
+                                            'r', ',', ' ', 'w', 'i', 'n', 'g', ' ', 'B', '2'}};
+constexpr QrEntry NewCode = {
+    "VISIT-2041", "visitor", {20, 26, 3, 4, 8, 0, 0}, {20, 26, 3, 4, 18, 30, 0}};
+constexpr ClockRecord Time = {56, 3, 4, 5, 6, 7};
+constexpr uint8_t Address[4] = {127, 0, 0, 1};
 
 std::vector<CommandCase> deviceCases()
 {
-    static const ClockRecord clock = {56, 3, 4, 5, 6, 7};
-    static const uint8_t ip[4] = {192, 168, 31, 20};
     return {
         value("getTofDistance", "EAC5 000001 00", "EAC5 000002 FE01", "01FE", Silent,
               &CmdClient::getTofDistance),
         ack("setMode", hex("EAC5 000002 04 03"), Silent, &CmdClient::setMode, 3),
         value("getMode", "EAC5 000001 05", "EAC5 000001 04", "04", Silent, &CmdClient::getMode),
+        ack("setRtcTime", hex("EAC5 000007 07 380304050607"), Silent, &CmdClient::setRtcTime,
+            &Time),
         value("getRtcTime", "EAC5 000001 06", "EAC5 000006 380304050607", "380304050607", Silent,
               &CmdClient::getRtcTime),
-        ack("setRtcTime", hex("EAC5 000007 07 380304050607"), Silent, &CmdClient::setRtcTime,
-            &clock),
-        ack("setDebugAddress", hex("EAC5 000007 08 C0A81F14 EAB6"), Silent,
-            &CmdClient::setDebugAddress, &ip[0], 60086),
+        ack("setDebugAddress", hex("EAC5 000007 08 7F000001 EAB6"), Silent,
+            &CmdClient::setDebugAddress, &Address[0], 60086),
         ack("setTofBias", hex("EAC5 000003 0A 03E3"), Silent, &CmdClient::setTofBias, -5),
         value("getTofBias", "EAC5 000001 0B", "EAC5 000002 03E3", "FBFFFFFF", Silent,
               &CmdClient::getTofBias),
         ack("setSerialNumber", hex("EAC5 000011 50") + "KV2601abcdefghi" + '\0', Told,
             &CmdClient::setSerialNumber, "KV2601abcdefghiXYZ", 18),
-        ack("rebootDevice", hex("EAC5 000001 EF"), Told, &CmdClient::rebootDevice),
-    };
-}
-
-std::vector<CommandCase> documentCases()
-{
-    static const QByteArray longest(65530, 'x');
-    const Call info = filling(3076, [](CmdClient &c, uint8_t *out, uint32_t *length) {
-        return c.getSystemInfo(reinterpret_cast<char *>(out), length);
-    });
-    return {
-        ack("setUserConfig", hex("EAC5 000003 15 7B7D"), Told, &CmdClient::setUserConfig, "{}", 2),
-        text("getUserConfig", "EAC5 000001 16", textCall(&CmdClient::getUserConfig, 4)),
-        text("getSystemInfo", "EAC5 000001 17", info),
-        text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 4)),
-        ack("setVendorConfig", hex("EAC5 000003 19 7B7D"), Told, &CmdClient::setVendorConfig, "{}",
-            2),
-        text("getOutputConfig", "EAC5 000001 1A", textCall(&CmdClient::getOutputConfig, 4)),
-        ack("setOutputConfig", hex("EAC5 00FFFB 1B") + longest, Told, &CmdClient::setOutputConfig,
-            longest.constData(), 65530),
-        text("getRecordFileList", "EAC5 000001 40", textCall(&CmdClient::getRecordFileList, 4)),
-        text("getQrCodeList", "EAC5 000001 63", textCall(&CmdClient::getQrCodeList, 4)),
     };
 }
 
@@ -181,25 +117,80 @@ std::vector<CommandCase> imageCases()
     };
 }
 
+std::vector<CommandCase> documentCases()
+{
+    const Call info = filling(3076, [](CmdClient &c, uint8_t *out, uint32_t *length) {
+        return c.getSystemInfo(reinterpret_cast<char *>(out), length);
+    });
+    return {
+        text("getSystemInfo", "EAC5 000001 17", info),
+        text("getUserConfig", "EAC5 000001 16", textCall(&CmdClient::getUserConfig, 3076)),
+        ack("setUserConfig", hex("EAC5 000010 15") + R"({"recg mode":1})", Told,
+            &CmdClient::setUserConfig, R"({"recg mode":1})", 15),
+        text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 3076)),
+        ack("setVendorConfig", hex("EAC5 000020 19") + R"({"dev info":{"sound volume":9}})", Told,
+            &CmdClient::setVendorConfig, R"({"dev info":{"sound volume":9}})", 31),
+        text("getOutputConfig", "EAC5 000001 1A", textCall(&CmdClient::getOutputConfig, 3076)),
+        ack("setOutputConfig", hex("EAC5 00001F 1B") + R"({"data block":{"sys mode":10}})", Told,
+            &CmdClient::setOutputConfig, R"({"data block":{"sys mode":10}})", 30),
+    };
+}
+
+std::vector<CommandCase> userCases()
+{
+    const QByteArray pair = pattern(777600);
+    const Call images = filling(777600, [](CmdClient &c, uint8_t *out, uint32_t *) {
+        return c.getRemoteEnrollImages(out, 777600, 255, 4);
+    });
+    const Call remoteFeatures = filling(10240, [](CmdClient &c, uint8_t *out, uint32_t *) {
+        return c.getRemoteFeatures(out, 10240, 255);
+    });
+    return {
+        ack("addUser",
+            hex("EAC5 000049 30 01020304 0A0B0C0D") + "Maria Rossi" + QByteArray(21, '\0') +
+                "Reception, ground floor, wing B2",
+            Told, &CmdClient::addUser, &NewUser),
+        value("getEmptyUserId", "EAC5 000001 33", "EAC5 000005 00 01020304", "04030201", Told,
+              &CmdClient::getEmptyUserId),
+        ack("importUserFeatures", hex("EAC5 002806 2A 00 01020304") + features(), Told,
+            &CmdClient::importUserFeatures, 0x01020304, 0,
+            reinterpret_cast<const uint8_t *>(features().constData()), 10240),
+        text("getUserList", "EAC5 000001 10", userListCall(819200)),
+        ack("deleteUserFeatures", hex("EAC5 000005 34 01020304"), Told,
+            &CmdClient::deleteUserFeatures, 0x01020304),
+        ack("deleteUser", hex("EAC5 000005 31 01020304"), Told, &CmdClient::deleteUser, 0x01020304),
+        ack("startEnroll", hex("EAC5 000006 04 01 00000001"), Silent, &CmdClient::startEnroll, 1),
+        ack("startRemoteEnroll", hex("EAC5 000006 04 06 000000FF"), Silent,
+            &CmdClient::startRemoteEnroll, 255),
+        {"getRemoteEnrollImages", images, hex("EAC5 000006 27 000000FF 04"),
+         head(777601) + '\0' + pair, pair, Told},
+        {"getRemoteFeatures", remoteFeatures, hex("EAC5 000005 28 000000FF"),
+         head(10241) + '\0' + features(), features(), Told},
+        ack("clearUsers", hex("EAC5 000001 0E"), Silent, &CmdClient::clearUsers),
+    };
+}
+
 std::vector<CommandCase> recordAndQrCases()
 {
-    static const QByteArray key(32, 'k');
     const QByteArray records = pattern(200);
     return {
-        ack("deleteMonthRecords", hex("EAC5 000004 41 07E8 07"), Told,
-            &CmdClient::deleteMonthRecords, 2024, 7),
-        ack("clearRecords", hex("EAC5 000001 42"), Told, &CmdClient::clearRecords),
-        {"getMonthRecords", recordPageCall(200), hex("EAC5 000008 43 07E8 07 00000BB8"),
+        text("getRecordFileList", "EAC5 000001 40", textCall(&CmdClient::getRecordFileList, 4224)),
+        {"getMonthRecords", recordPageCall(409600), hex("EAC5 000008 43 07EA 03 00000001"),
          head(203) + hex("00 0002") + records, records, Told},
+        ack("deleteMonthRecords", hex("EAC5 000004 41 07EA 03"), Told,
+            &CmdClient::deleteMonthRecords, 2026, 3),
+        ack("clearRecords", hex("EAC5 000001 42"), Told, &CmdClient::clearRecords),
         ack("addQrCode",
-            hex("EAC5 00022F 60") + "note" + QByteArray(28, '\0') +
-                hex("1417080E090500 14180102030405") + "data" + QByteArray(507, '\0') + 'z',
-            Told, &CmdClient::addQrCode, qrEntry()),
+            hex("EAC5 00022F 60") + "visitor" + QByteArray(25, '\0') +
+                hex("141A0304080000 141A0304121E00") + "VISIT-2041" + QByteArray(502, '\0'),
+            Told, &CmdClient::addQrCode, &NewCode),
+        text("getQrCodeList", "EAC5 000001 63", textCall(&CmdClient::getQrCodeList, 819200)),
+        ack("deleteQrCodeByRemark", hex("EAC5 000022 62 01") + "visitor" + QByteArray(25, '\0'),
+            Told, &CmdClient::deleteQrCodeByRemark, "visitor"),
+        ack("deleteQrCodeByData", hex("EAC5 000022 62 02") + "KV-CLEAN-0042" + QByteArray(19, '\0'),
+            Told, &CmdClient::deleteQrCodeByData, "KV-CLEAN-0042"),
         ack("clearQrCodes", hex("EAC5 000001 61"), Told, &CmdClient::clearQrCodes),
-        ack("deleteQrCodeByRemark", hex("EAC5 000022 62 01") + "gate" + QByteArray(28, '\0'), Told,
-            &CmdClient::deleteQrCodeByRemark, "gate"),
-        ack("deleteQrCodeByData", hex("EAC5 000022 62 02") + key, Told,
-            &CmdClient::deleteQrCodeByData, key.constData()),
+        ack("rebootDevice", hex("EAC5 000001 EF"), Told, &CmdClient::rebootDevice),
     };
 }
 
@@ -222,7 +213,7 @@ Call userListCall(size_t capacity)
 Call recordPageCall(size_t capacity)
 {
     return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *count) {
-        const bool ok = client.getMonthRecords(2024, 7, out, capacity, 3000, count);
+        const bool ok = client.getMonthRecords(2026, 3, out, capacity, 1, count);
         if (ok)
             *count *= 100; // bytes of a record
         return ok;
@@ -234,7 +225,7 @@ const std::vector<CommandCase> &commandCases()
     static const std::vector<CommandCase> cases = [] {
         std::vector<CommandCase> all;
         for (const auto &family :
-             {userCases(), deviceCases(), documentCases(), imageCases(), recordAndQrCases()})
+             {deviceCases(), imageCases(), documentCases(), userCases(), recordAndQrCases()})
             all.insert(all.end(), family.begin(), family.end());
         return all;
     }();

@@ -20,6 +20,7 @@ struct CommandCase
     bool silent; ///< leaves no line on a time-out
 };
 
+/// Every command once, in an order in which a terminal carries out each.
 const std::vector<CommandCase> &commandCases();
 const CommandCase &commandCase(const QByteArray &name);
 
