@@ -4,6 +4,7 @@
 #include "data/json.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -23,11 +24,10 @@ std::string_view RecordView::text(int index) const
     return {begin, static_cast<size_t>(std::find(begin, end, '\0') - begin)};
 }
 
-bool RecordPage::operator==(const RecordPage &other) const
+size_t RecordPage::hash() const
 {
-    const auto size = static_cast<ptrdiff_t>(count * wire::RecordSize);
-    return count == other.count &&
-           std::equal(bytes.begin(), bytes.begin() + size, other.bytes.begin());
+    return std::hash<std::string_view>()(
+        {reinterpret_cast<const char *>(bytes.data()), count * wire::RecordSize});
 }
 
 bool fetchRecordPage(CmdClient *client, const QDate &month, uint32_t firstIndex, RecordPage *page,

@@ -44,7 +44,8 @@ struct RecordPage
     {
         return RecordView(bytes.data() + index * wire::RecordSize);
     }
-    bool operator==(const RecordPage &other) const;
+    /// Hash of the records; no two pages of a month have the same, since their records differ.
+    size_t hash() const;
 };
 
 /// Only the month's year and month count. Waits `rounds` milliseconds for the page.

@@ -28,7 +28,7 @@ constexpr int MonthsBack = 36;
 constexpr int MonthsAhead = 12;
 constexpr int ShortestMonth = 28; // days
 
-constexpr int MaxPageRounds = 3000;
+constexpr int MaxPageRounds = 5000;
 constexpr int MaxEqualPages = 3; // in a row
 constexpr uint32_t MaxRecords = 10000000;
 
@@ -122,8 +122,7 @@ void AccessRecordDlg::reject()
         DeviceDialog::reject();
 }
 
-bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex,
-                                    const RecordPage &before, RecordPage *page)
+bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex, RecordPage *page)
 {
     int equalPages = 0;
     QElapsedTimer attempt;
@@ -131,7 +130,7 @@ bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex,
     do {
         attempt.start();
         if (fetchRecordPage(client, month, firstIndex, page, pageRounds)) {
-            if (firstIndex == 0 || !(*page == before))
+            if (pageHashes.insert(page->hash()).second)
                 return true;
             if (++equalPages == MaxEqualPages)
                 return false;
@@ -190,7 +189,8 @@ void AccessRecordDlg::readRecordBtnClickAct()
     log(tr("Record loaded：%1").arg(page.count));
     const std::string lines = recordLines(page, page.count - qMin(page.count, MaxShown), 0);
     if (!lines.empty())
-        log(QString::fromStdString(lines).chopped(1));
+        textlog::append(infoText,
+                        QString::fromStdString(lines).chopped(1).split(QLatin1Char('\n')));
 }
 
 void AccessRecordDlg::exportRecordBtnClickAct()
@@ -218,6 +218,7 @@ void AccessRecordDlg::setExporting(bool started)
     exporting = started;
     cancelled = false;
     pageRounds = TimeOutRounds;
+    pageHashes.clear();
     setWindowTitle(tr("Access Record Management"));
     for (QPushButton *button : findChildren<QPushButton *>())
         button->setEnabled(!started);
@@ -232,11 +233,9 @@ bool AccessRecordDlg::exportMonth(const QDate &month, const QString &path, uint3
 
 bool AccessRecordDlg::exportPages(const QDate &month, QSaveFile *file, uint32_t *lastCount)
 {
-    RecordPage before;
     RecordPage page;
     for (uint32_t firstIndex = 0; firstIndex < MaxRecords; firstIndex += wire::RecordsPerPage) {
-        std::swap(before, page);
-        if (!fetchNextPage(month, firstIndex, before, &page) || page.count > wire::RecordsPerPage)
+        if (!fetchNextPage(month, firstIndex, &page) || page.count > wire::RecordsPerPage)
             return false;
         const std::string text = recordLines(page, 0, firstIndex);
         const auto size = static_cast<qint64>(text.size());

@@ -3,6 +3,7 @@
 #include "data/records.h"
 #include "widgets/devicedialog.h"
 
+#include <set>
 #include <string>
 
 class QDate;
@@ -36,9 +37,8 @@ private:
     QLayout *createButtonGrid();
 
     /// Asks until the page has come. Returns false when the connection is gone, the operator ends
-    /// the export, or the terminal sends the page `before` three times in a row.
-    bool fetchNextPage(const QDate &month, uint32_t firstIndex, const RecordPage &before,
-                       RecordPage *page);
+    /// the export, or the terminal sends pages of this export again three times in a row.
+    bool fetchNextPage(const QDate &month, uint32_t firstIndex, RecordPage *page);
     /// The lines of a page's records from the one at `from` on; the page begins with the month's
     /// record `firstIndex`.
     static std::string recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex);
@@ -49,6 +49,7 @@ private:
 
     bool cancelled = false; ///< by the operator, during an export
     bool exporting = false;
+    std::set<size_t> pageHashes;    ///< of the pages of this export
     int pageRounds = TimeOutRounds; ///< how long a page is waited for, in milliseconds
     QDateEdit *dateEdit;
 };

@@ -15,6 +15,8 @@ constexpr QSize ButtonSize(120, 30);
 
 constexpr quint32 EnrollmentUserId = 255;
 constexpr int ImageCount = 5;
+// A second copy of a picture would be taken for the next picture.
+constexpr int SettleTime = 50; // ms
 
 } // namespace
 
@@ -46,6 +48,7 @@ void RemoteEnrollDlg::startBtnClickAct()
 
 void RemoteEnrollDlg::readBtnClickAct()
 {
+    isReachable = true;
     std::vector<uint8_t> buffer(2 * wire::FrameSize);
     for (int index = 0; index < ImageCount; ++index) {
         if (!readImage(index, &buffer))
@@ -54,9 +57,15 @@ void RemoteEnrollDlg::readBtnClickAct()
     readFeatures(&buffer);
 }
 
+void RemoteEnrollDlg::resynchronize()
+{
+    if (isReachable)
+        isReachable = client->resynchronize(SettleTime) && client->hasConnection();
+}
+
 bool RemoteEnrollDlg::readImage(int index, std::vector<uint8_t> *pair)
 {
-    client->resynchronize();
+    resynchronize();
     if (!client->getRemoteEnrollImages(pair->data(), pair->size(), userId,
                                        static_cast<uint8_t>(index)))
         return true;
@@ -73,7 +82,7 @@ bool RemoteEnrollDlg::readImage(int index, std::vector<uint8_t> *pair)
 
 void RemoteEnrollDlg::readFeatures(std::vector<uint8_t> *buffer)
 {
-    client->resynchronize();
+    resynchronize();
     if (!client->getRemoteFeatures(buffer->data(), buffer->size(), userId))
         return;
     log(tr("Features loaded."));

@@ -22,5 +22,9 @@ private:
     bool readImage(int index, std::vector<uint8_t> *pair);
     void readFeatures(std::vector<uint8_t> *buffer);
 
+    /// Sees to it that no late reply is taken for the next one, as long as the terminal answers.
+    void resynchronize();
+
     quint32 userId;
+    bool isReachable = true;
 };

@@ -38,9 +38,9 @@ bool CmdClient::disconnectFromDevice()
     return true;
 }
 
-bool CmdClient::resynchronize()
+bool CmdClient::resynchronize(int settleTime)
 {
-    return connection.resynchronize();
+    return connection.resynchronize(settleTime);
 }
 
 QAbstractSocket::SocketState CmdClient::socketState() const

@@ -34,11 +34,12 @@ public:
     bool connectToDevice(const char *host, quint16 port);
     bool disconnectFromDevice();
     /// Makes sure that no late reply can be taken for that of the next request: connects anew,
-    /// without a line, unless the last reply came whole and alone. To be called before each request
-    /// of a sequence whose replies make one result. Returns false when the terminal has closed the
-    /// connection or refuses a new one. When the terminal does not answer within 5 s, the result is
-    /// true, the next request fails, and the next call tries again.
-    bool resynchronize();
+    /// without a line, unless each request on the connection got one whole reply and nothing more
+    /// arrives within `settleTime` milliseconds. To be called before each request of a sequence
+    /// whose replies make one result. Returns false when the terminal has closed the connection or
+    /// refuses a new one. When the terminal does not answer within 5 s, the result is true, the
+    /// next request fails, and the next call tries again.
+    bool resynchronize(int settleTime = 0);
     /// Reports that the last reply was that of an earlier request, so that its own is still to
     /// come.
     void distrustReply() { connection.distrustReply(); }

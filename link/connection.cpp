@@ -70,13 +70,24 @@ bool Connection::connectSocket()
     return true;
 }
 
-bool Connection::resynchronize()
+bool Connection::resynchronize(int settleTime)
 {
+    if (inStep && hasMoreWithin(settleTime))
+        inStep = false;
     if (inStep)
         return isConnected();
     if (!isConnected() && !connectTimedOut)
         return false;
     return connectSocket() || connectTimedOut;
+}
+
+bool Connection::hasMoreWithin(int milliseconds)
+{
+    if (tcpSocket->bytesAvailable() > 0)
+        return true;
+    const QScopedValueRollback<bool> inside(waiting, true);
+    recvBuffer.resize(0);
+    return host->wait([this] { return !recvBuffer.isEmpty(); }, milliseconds);
 }
 
 PacketWriter Connection::request(wire::Command command)
@@ -92,9 +103,7 @@ qint64 Connection::send(uint32_t totalLength)
     dropArrived();
     const qint64 written =
         tcpSocket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
-    if (written == totalLength)
-        inStep = false;
-    else
+    if (written != totalLength)
         tcpSocket->abort(); // by itself it would count as connected for ever
     return written;
 }
@@ -115,10 +124,9 @@ bool Connection::await(const Wait &wait)
     const bool complete = host->wait([&] { return isComplete(wait); }, wait.rounds);
     qDebug().nospace() << (complete ? "success data num: " : "fail data num: ")
                        << recvBuffer.size();
-    if (complete) {
+    if (complete)
         replyTime = clock.nsecsElapsed() / NanosecondsPerMicrosecond;
-        inStep = reply().received() == reply().declaredTotal();
-    }
+    inStep = inStep && complete && reply().received() == reply().declaredTotal();
     return complete;
 }
 

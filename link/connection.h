@@ -29,7 +29,7 @@ public:
     bool open(const QString &host, quint16 port);
     /// Makes sure that no late reply can be taken for that of the next request: see
     /// CmdClient::resynchronize().
-    bool resynchronize();
+    bool resynchronize(int settleTime);
     void distrustReply() { inStep = false; }
 
     /// A request in the send buffer, its command code already written.
@@ -52,6 +52,8 @@ public:
 
 private:
     bool connectSocket();
+    /// Whether anything arrives that no request has asked for.
+    bool hasMoreWithin(int milliseconds);
     void dropArrived();
     bool isComplete(const Wait &wait) const;
 
@@ -62,7 +64,7 @@ private:
     QString deviceHost; ///< host and port of the last connection
     quint16 devicePort = 0;
     bool connectTimedOut = false; ///< the terminal did not answer the last attempt to connect
-    bool inStep = true; ///< no request has been sent, or the last reply came whole and alone
+    bool inStep = true; ///< every request on this connection got one whole reply and no more
     bool waiting = false;
     qint64 replyTime = -1;
 };

@@ -23,6 +23,7 @@ private slots:
     void exportsUtf8Only();
     void keepsTheOldFile_data();
     void keepsTheOldFile();
+    void asksAgainForARepeatedPage();
     void keepsALongerFile();
     void removes();
     void reachesEveryMonth_data();
@@ -337,6 +338,24 @@ void TestRecords::keepsTheOldFile()
     QVERIFY(rig.find<QPushButton>("delRecordBtnClickAct")->isEnabled());
     QVERIFY(rig.dialog->isVisible());
     QCOMPARE(rig.dialog->windowTitle(), QString("Access Record Management"));
+}
+
+// The second copy of a page may come after the page that follows it.
+void TestRecords::asksAgainForARepeatedPage()
+{
+    const auto full = [](const char *name) {
+        return hex("EAC5 0493E3 00 0BB8") + record(0, name, "b", "c", "d").repeated(3000);
+    };
+    RecordRig rig;
+    rig.peer.expect({pageRequest(0), {full("first")}});
+    rig.peer.expect({pageRequest(3000), {full("second")}});
+    rig.peer.expect({pageRequest(6000), {full("first")}});
+    rig.peer.expect({pageRequest(6000), {page({record(0, "third", "b", "c", "d")})}});
+    rig.click("exportRecordBtnClickAct");
+    const QList<QByteArray> lines = contentOf(exportPath()).split('\n');
+    QCOMPARE(lines.size(), 6002);
+    QCOMPARE(lines.at(3000), QByteArray("Index3000: (second, b, Palm, c, d)"));
+    QCOMPARE(lines.at(6000), QByteArray("Index6000: (third, b, Palm, c, d)"));
 }
 
 void TestRecords::keepsALongerFile()

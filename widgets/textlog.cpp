@@ -178,12 +178,14 @@ QTextBlockFormat blockFormat(bool continues)
 void insertLines(QTextCursor cursor, const std::vector<Line> &lines)
 {
     cursor.beginEditBlock();
+    bool hasBlock = cursor.document()->isEmpty(); // which has one block
     for (auto next = lines.begin(); next != lines.end();) {
         const bool continues = next->continues;
-        if (cursor.document()->isEmpty())
+        if (hasBlock)
             cursor.setBlockFormat(blockFormat(continues));
         else
             cursor.insertBlock(blockFormat(continues));
+        hasBlock = false;
         QStringList texts;
         for (; next != lines.end() && next->continues == continues; ++next)
             texts.append(next->shown);
