@@ -4,8 +4,8 @@
 
 #include <QByteArray>
 
-/// Fetches a text with one of the client's commands, `capacity` bytes at most. Returns false, with
-/// `text` untouched, when the command fails; its reason is in the log then.
+/// Fetches a text of at most `capacity` bytes with one of the client's commands. Returns false and
+/// leaves `text` unchanged if the command fails; the reason is in the log then.
 template <class Unit>
 bool fetchText(CmdClient *client, bool (CmdClient::*get)(Unit *out, uint32_t *outLen, size_t),
                size_t capacity, QByteArray *text)

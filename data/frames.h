@@ -4,6 +4,6 @@
 
 #include <cstdint>
 
-/// Two frames of wire::FrameSize bytes as one picture of double width: each row is the left
-/// frame's, then the right one's.
+/// Puts two frames of wire::FrameSize bytes side by side: each row of the result is a row of the
+/// left frame followed by one of the right frame.
 QByteArray sideBySide(const uint8_t *left, const uint8_t *right);

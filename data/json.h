@@ -8,34 +8,34 @@
 #include <cstddef>
 #include <optional>
 
-/// Reading and writing the terminal's JSON documents. No exception leaves these functions, whatever
-/// the document holds.
+/// Functions to read and write the terminal's JSON documents. They throw no exception, whatever the
+/// document contains.
 namespace json {
 
-/// False, with `root` null, when the text is no JSON document or is nested too deeply.
+/// Returns false, with `root` null, if the text is not a JSON document or is nested too deeply.
 bool parse(const char *text, size_t length, Json::Value *root);
 
-/// Whether members can be looked for in it; a null has none.
+/// Returns whether the value is an object, or null, which counts as an object without members.
 bool hasMembers(const Json::Value &value);
-/// Like parse(), and false too for a document of a kind that has no members.
+/// Like parse(), but also returns false for a document that is not an object.
 bool parseObject(const char *text, size_t length, Json::Value *root);
 
-/// The document as text, members in ascending order, one a line; characters stand as UTF-8.
+/// Returns the document as UTF-8 text, one member per line, in ascending order.
 QByteArray written(const Json::Value &root);
 
-/// The member; null where there is none.
+/// Returns the member, or null if there is none.
 const Json::Value *member(const Json::Value &object, const char *key);
-/// The member that is an array; null where there is none such.
+/// Returns the member, or null if there is none or it is not an array.
 const Json::Value *array(const Json::Value &object, const char *key);
 
-/// None where the value is of a kind that cannot be read so. Numbers and booleans are readable as
-/// text; a null reads as an empty text and as 0.
+/// Returns nothing if the value cannot be converted. Numbers and booleans can be read as text; null
+/// is read as an empty text or 0.
 std::optional<QString> text(const Json::Value &value);
-/// Members of `object`; none also where the member is absent.
+/// Reads a member of `object`; returns nothing if it is absent, too.
 std::optional<QString> text(const Json::Value &object, const char *key);
-/// Like text(), as the raw bytes of the document.
+/// Like text(), but returns the bytes of the document.
 std::optional<QByteArray> bytes(const Json::Value &object, const char *key);
-/// Whole part of a number that lies within 32 bits, signed or unsigned.
+/// Returns the integer part of a number that fits into 32 bits, signed or unsigned.
 std::optional<int> number(const Json::Value &object, const char *key);
 std::optional<quint32> unsignedNumber(const Json::Value &object, const char *key);
 

@@ -8,12 +8,12 @@
 /// The entries of a list in one of the terminal's documents.
 template <class Entry> struct ListDocument
 {
-    bool isPresent = false; ///< whether the document has such a list; an empty one is one, too
+    bool isPresent = false; ///< whether the document has the list, even an empty one
     std::vector<Entry> entries;
 };
 
-/// Reads the list under `key`. Returns none when the text is no document that can be walked, or an
-/// entry is of a kind that has no members.
+/// Reads the list under `key`. Returns nothing if the text is not a JSON object or an entry of the
+/// list is not an object.
 template <class Entry>
 std::optional<ListDocument<Entry>> readList(const QByteArray &text, const char *key,
                                             Entry (*readEntry)(const Json::Value &))

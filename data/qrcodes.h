@@ -4,8 +4,8 @@
 
 class CmdClient;
 
-/// A QR code as the terminal lists it, its times in the terminal's own form. What the list leaves
-/// out is an empty text.
+/// A QR code in the terminal's list, with times in the terminal's own format. A text that the list
+/// does not contain is empty.
 struct QrCode
 {
     QString remark;

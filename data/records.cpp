@@ -11,7 +11,7 @@ namespace {
 constexpr size_t PageCapacity = 409600;
 constexpr size_t FileListCapacity = 4224;
 
-// A record begins with its type; its texts end with a zero byte.
+// A record begins with its type. Its texts end with a zero byte.
 constexpr size_t TextOffsets[RecordView::TextCount] = {4, 20, 36, 68};
 
 } // namespace

@@ -12,7 +12,7 @@
 
 class CmdClient;
 
-/// One access record of a page, whose bytes it borrows.
+/// Read-only view of one access record of a page, whose bytes it borrows.
 class RecordView
 {
 public:
@@ -24,10 +24,10 @@ public:
     {
     }
 
-    /// A Type, or any other number.
+    /// Returns a Type or another number.
     uint8_t type() const { return record[0]; }
-    /// One of the four texts, index 0 to 3, as UTF-8 that is not checked. A text that fills its
-    /// field runs on into the next one, but never past the record.
+    /// Returns one of the four texts, index 0 to 3, as unchecked UTF-8. A text without a zero at
+    /// the end of its field continues into the next field, but not beyond the record.
     std::string_view text(int index) const;
 
 private:
@@ -37,22 +37,22 @@ private:
 /// A page of a month's records.
 struct RecordPage
 {
-    std::vector<uint8_t> bytes; ///< records of wire::RecordSize, one behind the other, and room
+    std::vector<uint8_t> bytes; ///< records of wire::RecordSize bytes, then unused room
     uint32_t count = 0;
 
     RecordView record(uint32_t index) const
     {
         return RecordView(bytes.data() + index * wire::RecordSize);
     }
-    /// Hash of the records; no two pages of a month have the same, since their records differ.
+    /// Returns a hash of the records. Records of a month differ, and so do the hashes of its pages.
     size_t hash() const;
 };
 
-/// Only the month's year and month count. Waits `rounds` milliseconds for the page.
+/// Fetches a page; the day of `month` is ignored. The timeout is `rounds` milliseconds.
 bool fetchRecordPage(CmdClient *client, const QDate &month, uint32_t firstIndex, RecordPage *page,
                      int rounds = TimeOutRounds);
 
 bool fetchRecordFiles(CmdClient *client, QByteArray *text);
-/// The names of the record files; those that are no texts are left out. None when the text is no
-/// document that can be walked.
+/// Returns the names of the record files, without entries that are not texts; nothing if the text
+/// is not a JSON object.
 std::optional<QStringList> readRecordFiles(const QByteArray &text);

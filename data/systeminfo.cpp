@@ -14,7 +14,7 @@ std::optional<QString> latin1Text(const Json::Value &object, const char *key)
                : std::nullopt;
 }
 
-/// Only what is a text in the document, up to a zero in it.
+/// Reads a member only if it is a text, up to the first zero in it.
 std::optional<QString> latin1CString(const Json::Value &object, const char *key)
 {
     const Json::Value *value = json::member(object, key);

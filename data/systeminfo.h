@@ -7,7 +7,8 @@
 
 class CmdClient;
 
-/// What a terminal says of itself; none where it does not, or where the value cannot be read.
+/// System information of a terminal. A member is empty if the document does not contain it or the
+/// value cannot be read.
 struct SystemInfo
 {
     std::optional<QString> name;
@@ -22,5 +23,5 @@ struct SystemInfo
 };
 
 bool fetchSystemInfo(CmdClient *client, QByteArray *text);
-/// None when the text is no document that can be walked.
+/// Returns nothing if the text is not a JSON object.
 std::optional<SystemInfo> readSystemInfo(const QByteArray &text);

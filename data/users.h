@@ -4,7 +4,7 @@
 
 class CmdClient;
 
-/// A user as the terminal lists it. What the list leaves out is an empty text or 0.
+/// A user in the terminal's list. A value that the list does not contain is empty or 0.
 struct User
 {
     QString id;

@@ -14,7 +14,7 @@ bool writeWholeFile(const QString &path, const QByteArray &content)
 
 bool commitWhole(QSaveFile *file)
 {
-    // What is still buffered at commit() can be lost on a full disk without a word.
+    // On a full disk, commit() can lose buffered bytes without an error.
     return file->flush() && file->commit();
 }
 
@@ -23,7 +23,7 @@ bool commitKeepingLonger(QSaveFile *file)
     const QFileInfo old(file->fileName());
     if (!file->flush() || !old.exists() || old.size() <= file->size())
         return commitWhole(file);
-    const QString path = old.canonicalFilePath(); // of the file itself, not of a link to it
+    const QString path = old.canonicalFilePath(); // the target, if it is a symbolic link
     const QString kept = path + QStringLiteral(".bak");
     QFile::remove(kept);
     if (!QFile::rename(path, kept))
@@ -34,12 +34,12 @@ bool commitKeepingLonger(QSaveFile *file)
     return false;
 }
 
-bool readFile(const QString &path, qint64 most, QByteArray *content)
+bool readFile(const QString &path, qint64 maxLength, QByteArray *content)
 {
     QFile file(path);
     if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray read = file.read(most);
+    const QByteArray read = file.read(maxLength);
     if (file.error() != QFileDevice::NoError)
         return false;
     *content = read;

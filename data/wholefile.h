@@ -5,18 +5,19 @@
 
 class QSaveFile;
 
-/// Writes a file that appears whole under its name, or not at all: an older one then stays as it
-/// is. False when that cannot be.
+/// Writes a file that appears under its name only when it is complete. Returns false if that
+/// fails; an older file is unchanged then.
 bool writeWholeFile(const QString &path, const QByteArray &content);
 
-/// The same for a file that was written piece by piece: gives it its name if all of it was written.
+/// Gives a file that was written piece by piece its name, if all of it was written. Returns false
+/// if that fails.
 bool commitWhole(QSaveFile *file);
 
-/// The same, but keeps a longer file that would be replaced beside the new one, with ".bak" added
-/// to its name; an older such file is replaced. False, with the file as it was, when that fails.
+/// Like commitWhole(), but if the file replaces a longer one, keeps that one with ".bak" added to
+/// its name. Returns false if that fails; the older file is unchanged then.
 bool commitKeepingLonger(QSaveFile *file);
 
-/// Reads a regular file, but no more than `most` bytes of it: one more than is wanted tells a file
-/// that is too long. False, with nothing read, when it cannot be read, or is something else: a FIFO
-/// could let the reader wait for ever.
-bool readFile(const QString &path, qint64 most, QByteArray *content);
+/// Reads at most `maxLength` bytes of a regular file; with one byte more than the allowed length a
+/// caller recognises a file that is too long. Returns false if the file cannot be read or is not a
+/// regular file: reading a FIFO could block forever.
+bool readFile(const QString &path, qint64 maxLength, QByteArray *content);

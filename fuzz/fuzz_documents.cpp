@@ -1,5 +1,5 @@
-/// Configuration documents in their dialogs: the first byte chooses the dialog, the rest is the
-/// document. Whatever is shown then can be sent.
+/// Loads configuration documents into their dialogs: the first byte chooses the dialog, the rest is
+/// the document. Then the dialog sends what it shows.
 
 #include "config/outputcfgdlg.h"
 #include "config/usercfgdlg.h"

@@ -1,7 +1,7 @@
-/// Files that an operator chooses: features and configuration documents.
+/// Imports files: features and configuration documents.
 
-#include "fuzz/harness.h"
 #include "data/wholefile.h"
+#include "fuzz/harness.h"
 
 #include <QTemporaryFile>
 

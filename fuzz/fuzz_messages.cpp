@@ -1,4 +1,4 @@
-/// A message that the terminal pushes.
+/// Shows a message that the terminal pushes.
 
 #include "app/watchserver.h"
 #include "fuzz/harness.h"

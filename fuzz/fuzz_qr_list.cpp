@@ -1,4 +1,4 @@
-/// The list of QR codes, as text.
+/// Reads the list of QR codes.
 
 #include "dialogs/qrcodedialog.h"
 #include "fuzz/harness.h"

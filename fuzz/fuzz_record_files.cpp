@@ -1,4 +1,4 @@
-/// The list of record files, as text.
+/// Reads the list of record files.
 
 #include "dialogs/accessrecorddlg.h"
 #include "fuzz/harness.h"

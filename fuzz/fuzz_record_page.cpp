@@ -1,4 +1,4 @@
-/// A page of access records: what follows the status.
+/// Shows a page of access records; the input follows the status.
 
 #include "dialogs/accessrecorddlg.h"
 #include "fuzz/harness.h"

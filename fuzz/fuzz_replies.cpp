@@ -1,4 +1,4 @@
-/// Replies to every command: the first byte chooses the command, the rest is what arrives.
+/// Gives a reply to every command: the first byte chooses the command, the rest is the reply.
 
 #include "fuzz/harness.h"
 #include "testkit/commandcases.h"
@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         QByteArray(reinterpret_cast<const char *>(data) + 1, static_cast<int>(size) - 1));
     QByteArray result;
     const bool accepted = commandCases()[data[0] % commandCases().size()].call(client, &result);
-    // A command that fails has touched no output; one that succeeds has at most one line to show.
+    // A command that fails leaves its outputs unchanged; one that succeeds logs at most one line.
     if (accepted ? log.document()->blockCount() > 1 : !result.isEmpty())
         abort();
     return 0;

@@ -1,4 +1,4 @@
-/// The system information, as text.
+/// Reads the system information.
 
 #include "app/documentlines.h"
 #include "fuzz/harness.h"

@@ -1,4 +1,4 @@
-/// The user list, as text.
+/// Reads the user list.
 
 #include "app/documentlines.h"
 #include "fuzz/harness.h"

@@ -12,7 +12,7 @@ void harness::prepareApplication()
     static int argc = 1;
     static char name[] = "fuzz";
     static char *argv[] = {name, nullptr};
-    new QApplication(argc, argv); // never destroyed, like all that targets keep
+    new QApplication(argc, argv); // never destroyed, like all static objects of the targets
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
 }
 
@@ -29,5 +29,5 @@ QByteArray harness::reply(const uint8_t *data, size_t size)
 void harness::click(const QWidget &dialog, const char *button)
 {
     dialog.findChild<QPushButton *>(QLatin1String(button))->click();
-    QCoreApplication::sendPostedEvents(); // they would pile up
+    QCoreApplication::sendPostedEvents(); // which would accumulate
 }

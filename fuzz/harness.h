@@ -4,14 +4,15 @@
 
 #include <QTextEdit>
 
-/// What the fuzz targets share. A target is a program of one function, LLVMFuzzerTestOneInput; it
-/// is built with libFuzzer, or with a main function that runs files of inputs.
+/// Functions shared by the fuzz targets. A target is a program with one function,
+/// LLVMFuzzerTestOneInput. It is built with libFuzzer, or with a main function that runs it on
+/// files.
 namespace harness {
 
-/// Made once for each program, off-screen, silent but for warnings.
+/// Creates the application once per program, off-screen and with debug output switched off.
 void prepareApplication();
 
-/// A reply of status 0 that carries the data whole.
+/// Returns a whole reply of status 0 with this data.
 QByteArray reply(const uint8_t *data, size_t size);
 
 /// Presses a button of a dialog, found by its object name.
@@ -21,7 +22,7 @@ void click(const QWidget &dialog, const char *button);
 
 namespace harness {
 
-/// Presses a dialog's button while its client finds this data as reply.
+/// Presses a dialog's button; its client gets this data as the reply.
 template <class Dialog> void receive(const char *button, const uint8_t *data, size_t size)
 {
     prepareApplication();

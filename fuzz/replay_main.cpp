@@ -1,5 +1,5 @@
-/// Runs a fuzz target on files: all those in the folders given as arguments. For compilers without
-/// a fuzzer, and for the inputs that are kept.
+/// Runs a fuzz target on all files in the folders given as arguments: a test of the kept inputs,
+/// for compilers without a fuzzer, too.
 
 #include <QDir>
 #include <QTextStream>

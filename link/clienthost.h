@@ -4,8 +4,7 @@
 
 class QString;
 
-/// What a CmdClient needs of the program that it runs in: a place for its lines, and a way to wait
-/// that suits the program.
+/// The program that a CmdClient runs in: it shows the client's lines, and it decides how to wait.
 class ClientHost
 {
 public:
@@ -13,7 +12,7 @@ public:
 
     /// Shows one line to the operator.
     virtual void say(const QString &line) = 0;
-    /// Lets the client's socket work until `complete` returns true or the time, in milliseconds, is
-    /// over. Returns whether it is complete. With no time it returns false at once.
+    /// Processes socket events until `complete` returns true or the timeout, in milliseconds, has
+    /// passed. Returns whether it is complete. A timeout of 0 returns false at once.
     virtual bool wait(const std::function<bool()> &complete, int milliseconds) = 0;
 };

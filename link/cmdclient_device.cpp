@@ -2,7 +2,7 @@
 
 namespace {
 
-// Values of these replies stand where others have their status.
+// Replies with a value have it in the place of the status.
 constexpr size_t ValueOffset = wire::HeadSize;
 
 constexpr size_t AddressSize = 4;

@@ -2,7 +2,7 @@
 
 namespace {
 
-// Frames follow the head directly: these replies have no status.
+// Frames follow the head directly; these replies have no status.
 constexpr size_t FirstFrameOffset = wire::HeadSize;
 constexpr size_t SecondFrameOffset = FirstFrameOffset + wire::FrameSize;
 

@@ -4,7 +4,7 @@ namespace {
 
 constexpr size_t MaxPageReply = 320000;
 
-// Behind a page's status: the number of its records, then the records.
+// A page has its status, the number of its records, then the records.
 constexpr size_t CountOffset = wire::PayloadOffset;
 constexpr uint32_t BytesBeforeRecords = 3;
 
@@ -32,7 +32,7 @@ bool CmdClient::getMonthRecords(uint16_t year, uint8_t month, uint8_t *out, size
     if (!exchange(request(wire::Command::GetMonthRecords).u16(year).u8(month).u32(startIndex),
                   {Wait::Reply, MaxPageReply, false, rounds}))
         return false;
-    // A page that counts more records than it brings is none.
+    // A page that announces more records than it has is refused.
     const uint32_t count = reply().u16(CountOffset);
     uint32_t length = 0;
     if (!acceptedData(UnknownErrorNumber, BytesBeforeRecords, out, &length, capacity,

@@ -29,7 +29,7 @@ constexpr StatusText RemoteDataTexts[] = {
     {2, QT_TRANSLATE_NOOP("CmdClient", "Wrong parameter.")},
     {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
 };
-// The wording of a deletion serves the import too.
+// The import uses the wording of a deletion, on purpose.
 constexpr StatusText ImportTexts[] = {
     {1, QT_TRANSLATE_NOOP("CmdClient", "The device is processing tasks, the deletion is failed.")},
     {21, QT_TRANSLATE_NOOP("CmdClient", "User doesn't exist.")},
@@ -56,7 +56,7 @@ constexpr StatusText EmptyIdTexts[] = {
     {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "unknown error.")},
 };
 
-/// Size of a reply that brings a block behind its status.
+/// Size of a reply that has a block behind its status.
 constexpr size_t replyWith(size_t blockSize)
 {
     return wire::PayloadOffset + blockSize;

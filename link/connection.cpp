@@ -14,7 +14,7 @@ namespace {
 constexpr int ConnectTimeout = 5000;    // ms
 constexpr int DisconnectTimeout = 3000; // ms
 constexpr int DroppedAtOnce = 65536;    // bytes
-constexpr int MaxDrops = 256; // a terminal that floods the socket does not hold the console
+constexpr int MaxDrops = 256; // so that a terminal that floods the socket cannot hold the console
 constexpr qint64 NanosecondsPerMicrosecond = 1000;
 
 } // namespace
@@ -49,9 +49,9 @@ bool Connection::open(const QString &newHost, quint16 newPort)
 bool Connection::connectSocket()
 {
     const QScopedValueRollback<bool> inside(waiting, true);
-    // A socket that is still busy with its last connection would refuse a new one.
+    // A socket that is still closing its last connection would refuse a new one.
     tcpSocket->abort();
-    // Unbuffered: a reply is copied once on its way, and a request leaves at once.
+    // Unbuffered, so that a reply is copied only once and a request leaves at once.
     tcpSocket->connectToHost(deviceHost, devicePort, QIODevice::ReadWrite | QIODevice::Unbuffered,
                              QAbstractSocket::AnyIPProtocol);
     // QAbstractSocket::waitForConnected() would block while a name is looked up, however long.
@@ -104,7 +104,7 @@ qint64 Connection::send(uint32_t totalLength)
     const qint64 written =
         tcpSocket->write(reinterpret_cast<const char *>(sendBuffer.get()), totalLength);
     if (written != totalLength)
-        tcpSocket->abort(); // by itself it would count as connected for ever
+        tcpSocket->abort(); // an unbuffered socket stays "connected" after a failed write
     return written;
 }
 
@@ -140,11 +140,11 @@ bool Connection::isComplete(const Wait &wait) const
 void Connection::receive()
 {
     qDebug().nospace() << "SDK: " << tcpSocket->bytesAvailable();
-    // What arrives between two commands belongs to none; only its last batch is kept.
+    // Bytes that arrive between two commands belong to none.
     if (!waiting)
         recvBuffer.resize(0);
     const int before = recvBuffer.size();
-    // Where nothing is, an attempt to read tells the socket that the terminal has left.
+    // If there are no bytes, reading lets the socket notice that the terminal has disconnected.
     recvBuffer.resize(before + qMax(1, static_cast<int>(tcpSocket->bytesAvailable())));
     const qint64 count = tcpSocket->read(recvBuffer.data() + before, recvBuffer.size() - before);
     recvBuffer.resize(before + static_cast<int>(qMax<qint64>(count, 0)));

@@ -13,8 +13,8 @@ class ClientHost;
 class QObject;
 class QTcpSocket;
 
-/// A TCP connection to a terminal that carries one request at a time. It knows packets by their
-/// heads only; what they mean is the commands' part.
+/// A TCP connection to a terminal that carries one request at a time. It reads only the heads of
+/// packets; the commands read the rest.
 class Connection
 {
 public:
@@ -24,35 +24,35 @@ public:
     QTcpSocket *socket() const { return tcpSocket; }
     bool isConnected() const;
 
-    /// Connects; an existing connection is closed first. Returns false after five seconds, in which
-    /// a name is looked up too.
+    /// Closes an existing connection and connects. Returns false after five seconds, including the
+    /// lookup of a host name.
     bool open(const QString &host, quint16 port);
-    /// Makes sure that no late reply can be taken for that of the next request: see
-    /// CmdClient::resynchronize().
+    /// See CmdClient::resynchronize() and distrustReply().
     bool resynchronize(int settleTime);
     void distrustReply() { inStep = false; }
 
-    /// A request in the send buffer, its command code already written.
+    /// Begins a request in the send buffer with its command code.
     PacketWriter request(wire::Command command);
-    /// Frames and sends the first `totalLength` bytes of the send buffer, after dropping what has
-    /// arrived before. Returns the number of bytes written; any other than `totalLength` is a
-    /// failure, which ends the connection.
+    /// Drops what has arrived, writes the head and sends the first `totalLength` bytes of the send
+    /// buffer. Returns the number of bytes written, or -1. Anything but `totalLength` is a failure,
+    /// and the connection is closed.
     qint64 send(uint32_t totalLength);
 
-    /// Waits for as many bytes, or as long a reply, as `wait` names, counted from now on.
+    /// Clears the receive buffer and waits for the number of bytes, or the reply, that `wait`
+    /// describes.
     bool await(const Wait &wait);
     bool isWaiting() const { return waiting; }
-    /// How long the last reply that came whole took, in microseconds; -1 before the first.
+    /// Time that the last complete reply took, in microseconds; -1 before the first.
     qint64 lastReplyTime() const { return replyTime; }
 
-    /// What has arrived since the wait began; valid until the next wait.
+    /// The bytes that have arrived since the wait began; valid until the next wait.
     ReplyView reply() const { return ReplyView(recvBuffer); }
-    /// Takes over what the socket has ready to be read.
+    /// Reads what the socket has.
     void receive();
 
 private:
     bool connectSocket();
-    /// Whether anything arrives that no request has asked for.
+    /// Returns whether bytes arrive that no request has asked for.
     bool hasMoreWithin(int milliseconds);
     void dropArrived();
     bool isComplete(const Wait &wait) const;

@@ -2,15 +2,15 @@
 
 #include "link/wire.h"
 
-/// Rounds of a millisecond that nearly all commands wait for their reply.
+/// Timeout of nearly all commands, in rounds of a millisecond.
 constexpr int TimeOutRounds = 1000;
 
-/// How a command waits: for a length that the console knows, or for the one that the reply
-/// declares. A silent one leaves no line on a time-out.
+/// What a command waits for: a length that the console knows, or the length that the reply
+/// declares. A silent command logs nothing on a timeout.
 struct Wait
 {
     enum Kind : quint8 { Ack, Reply } kind;
-    size_t bytes; ///< the known length, or the most that is waited for
+    size_t bytes; ///< the known length, or the maximum
     bool silent = false;
     int rounds = TimeOutRounds;
 };
@@ -18,11 +18,11 @@ struct Wait
 constexpr Wait StatusWait{Wait::Ack, wire::AckSize};
 constexpr Wait SilentStatusWait{Wait::Ack, wire::AckSize, true};
 
-/// What a command says of a status that refuses it; one row of its table, whose last row is for any
-/// status that has none. Texts are untranslated, in the context CmdClient.
+/// Maps an error status to its log message. The last row of a command's table is for any status
+/// without a row. Texts are untranslated, in the context CmdClient.
 struct StatusText
 {
-    /// How the status takes the place of the text's %1.
+    /// How the status replaces %1 in the text.
     enum Form : quint8 { Plain, Decimal, SignedDecimal, Character };
 
     static constexpr int AnyOther = -1;
@@ -32,7 +32,7 @@ struct StatusText
     Form form = Plain;
 };
 
-/// For commands that know no status but success.
+/// Messages of commands that distinguish no error status.
 constexpr StatusText UnknownError[] = {
     {StatusText::AnyOther, QT_TRANSLATE_NOOP("CmdClient", "Unknown error.")},
 };

@@ -7,9 +7,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Builds one request in a borrowed buffer, from the command code on; the head before it is
-/// written when the packet is sent. What would pass the buffer's end is not written at all, not
-/// even in part, and fits() is false from then on.
+/// Builds one request in a borrowed buffer, beginning with the command code; the head is written
+/// when the packet is sent. A value that would pass the end of the buffer is not written, not even
+/// in part, and fits() returns false from then on.
 class PacketWriter
 {
 public:
@@ -19,11 +19,11 @@ public:
     PacketWriter &u16(uint16_t value);
     PacketWriter &u32(uint32_t value);
     PacketWriter &bytes(const void *data, size_t length);
-    /// A field of `width` bytes: the first bytes of the data, as far as they go, then zeros.
+    /// Writes a field of `width` bytes: the data, cut to that width, then zeros.
     PacketWriter &padded(const void *data, size_t length, size_t width);
 
     bool fits() const { return fitting; }
-    /// The whole packet's length so far in bytes, head included.
+    /// Length of the packet so far in bytes, including the head.
     uint32_t size() const { return static_cast<uint32_t>(used); }
 
 private:
@@ -35,31 +35,31 @@ private:
     bool fitting = true;
 };
 
-/// Writes the head of a packet that is `totalLength` bytes long, head included.
+/// Writes the head of a packet that is `totalLength` bytes long, including the head.
 void writeHead(uint8_t *packet, uint32_t totalLength);
 
-/// Read-only view of what has arrived of one reply. The length that the peer declares is a claim:
-/// every access is bounded by the bytes that are there. Borrows the bytes.
+/// Read-only view of the bytes that have arrived of one reply, which it borrows. Every access is
+/// bounded by these bytes, whatever length the peer declares.
 class ReplyView
 {
 public:
     explicit ReplyView(const QByteArray &received);
 
     size_t received() const { return count; }
-    /// Number of bytes that the head says follow it; 0 while the head is incomplete.
+    /// Number of bytes behind the head, as the head declares it; 0 while the head is incomplete.
     uint32_t declaredLength() const;
-    /// Length of the whole reply by its head; 0 while the head is incomplete.
+    /// Declared length including the head; 0 while the head is incomplete.
     size_t declaredTotal() const;
-    /// Whether the reply declares `length` bytes or more behind its head and all that it declares
-    /// has arrived.
+    /// Returns whether the reply declares at least `length` bytes behind its head and has arrived
+    /// completely.
     bool isWhole(size_t length) const;
 
-    /// The unsigned integer at an offset, 0 where bytes are missing.
+    /// The unsigned integer at an offset; 0 if bytes are missing.
     uint8_t u8(size_t offset) const;
     uint16_t u16(size_t offset) const;
     uint32_t u32(size_t offset) const;
 
-    /// Copies `length` bytes from `offset`; false, and nothing copied, when fewer have arrived.
+    /// Copies `length` bytes from `offset`. Returns false and copies nothing if fewer have arrived.
     bool copy(size_t offset, size_t length, uint8_t *out) const;
 
 private:

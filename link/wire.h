@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-/// What the terminal's work mode can be; the byte on the wire.
+/// The terminal's work mode, as the byte on the wire.
 enum class DeviceMode : quint8 {
     Idle = 0,
     Enroll = 1,
@@ -13,7 +13,7 @@ enum class DeviceMode : quint8 {
     RemoteEnroll = 6,
 };
 
-/// A local time of the terminal's clock, byte for byte as on the wire.
+/// A local time of the terminal's clock, in the byte order of the wire.
 struct ClockRecord
 {
     quint8 year; ///< since 1970
@@ -24,7 +24,7 @@ struct ClockRecord
     quint8 second;
 };
 
-/// A user as the terminal is told of one. Texts are UTF-8 and zero-padded; a text that fills its
+/// A user as it is sent to the terminal. Texts are UTF-8, padded with zeros; a text that fills its
 /// field has no zero.
 struct UserRecord
 {
@@ -34,8 +34,8 @@ struct UserRecord
     char department[32];
 };
 
-/// A QR code that opens the way from its start to its end. Texts as in UserRecord; times are
-/// century, year of the century, month, day, hour, minute, second, a byte each.
+/// A QR code that is valid from its start to its end time. Texts are as in UserRecord. Times have
+/// one byte each for century, year of the century, month, day, hour, minute and second.
 struct QrEntry
 {
     char data[512];
@@ -66,7 +66,7 @@ constexpr size_t AckSize = 6;
 
 /// Longest request that the console can send, head included.
 constexpr size_t SendCapacity = 65536;
-/// The most that is waited for of a user list, the longest of all replies.
+/// Maximum length of a user list, the longest of all replies.
 constexpr size_t MaxUserListReply = 800000;
 
 // Camera frames: 8-bit grey, rows top to bottom without padding.
@@ -74,10 +74,10 @@ constexpr int FrameWidth = 540;
 constexpr int FrameHeight = 720;
 constexpr size_t FrameSize = size_t{FrameWidth} * FrameHeight;
 
-/// The palm features of one file, as they are imported and fetched.
+/// Size of a block of palm features, in bytes.
 constexpr size_t FeatureSize = 10240;
 
-/// An access record; a page of a month has at most RecordsPerPage of them.
+/// Size of an access record, in bytes, and maximum number of records in a page.
 constexpr size_t RecordSize = 100;
 constexpr size_t RecordsPerPage = 3000;
 
@@ -85,7 +85,7 @@ constexpr size_t SerialNumberSize = 15;
 /// Longest remark or data by which a QR code can be deleted.
 constexpr size_t QrKeySize = 32;
 
-/// On the wire the distance sensor's bias is this much more, and so never negative.
+/// Added to the distance sensor's bias on the wire, which has no negative numbers.
 constexpr int TofBiasOffset = 1000;
 
 constexpr quint8 StatusOk = 0;
