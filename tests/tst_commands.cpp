@@ -17,6 +17,7 @@ private slots:
     void tellsWhyItWasRefused();
     void refusesReplies_data();
     void refusesReplies();
+    void fillsABufferExactly();
     void judgesAnAckByItsStatus();
     void refusesUnsent_data();
     void refusesUnsent();
@@ -199,6 +200,15 @@ void TestCommands::refusesReplies()
     QVERIFY(!call(link.client, &result));
     QCOMPARE(result, QByteArray());
     QTEST(link.log.toPlainText(), "line");
+}
+
+void TestCommands::fillsABufferExactly()
+{
+    Link link;
+    link.peer.expect({hex("EAC5 000001 18"), {hex("EAC5 000005 00 61626364")}});
+    QByteArray result;
+    QVERIFY(textCall(&CmdClient::getVendorConfig, 4)(link.client, &result));
+    QCOMPARE(result, QByteArray("abcd"));
 }
 
 // Where the length is known, the one that the head declares has no say.
