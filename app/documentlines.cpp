@@ -1,10 +1,10 @@
 #include "app/documentlines.h"
 
-#include "app/mainwindow.h"
+#include <QCoreApplication>
 
 namespace {
 
-/// A member of the system information and its line.
+/// A member of the system information and the line that shows it.
 template <class Value> struct InfoLine
 {
     std::optional<Value> SystemInfo::*member;
@@ -35,7 +35,7 @@ void appendLines(QStringList *lines, const SystemInfo &info, const InfoLine<Valu
 {
     for (const InfoLine<Value> &row : rows) {
         if (const std::optional<Value> &value = info.*row.member)
-            lines->append(MainWindow::tr(row.text).arg(*value));
+            lines->append(QCoreApplication::translate("MainWindow", row.text).arg(*value));
     }
 }
 
@@ -45,8 +45,10 @@ QStringList userLines(const ListDocument<User> &users)
 {
     if (!users.isPresent)
         return {};
-    QStringList lines(MainWindow::tr("User count：%1").arg(users.entries.size()));
-    const QString line = MainWindow::tr("UID:%1, username: %2, feature count:%3");
+    QStringList lines(
+        QCoreApplication::translate("MainWindow", "User count：%1").arg(users.entries.size()));
+    const QString line =
+        QCoreApplication::translate("MainWindow", "UID:%1, username: %2, feature count:%3");
     for (const User &user : users.entries) {
         const qint64 features = qint64{user.veinCount} + user.printCount;
         lines.append(line.arg(user.id, user.name, QString::number(features)));

@@ -1,8 +1,8 @@
 #include "app/logview.h"
 
 #include "app/finddialog.h"
-#include "widgets/textlog.h"
 #include "data/wholefile.h"
+#include "widgets/textlog.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -5,55 +5,44 @@
 #include "app/logview.h"
 #include "app/watchserver.h"
 #include "link/cmdclient.h"
-#include "widgets/textlog.h"
 #include "widgets/controls.h"
 #include "widgets/placement.h"
 #include "widgets/screenfit.h"
+#include "widgets/textlog.h"
 
 #include <QApplication>
 #include <QBoxLayout>
 #include <QEvent>
 #include <QGroupBox>
-#include <QPushButton>
 #include <QScreen>
-#include <QTimer>
 
 namespace {
 
 constexpr QSize LogSize(320, 200);
-constexpr int LeastLogHeight = 110; // the column beside it needs no less
-constexpr QSize PixmapSize(480, 640);
+constexpr int MinLogHeight = 110; // with it this column is as high as the one beside it
 
 LogView *createLog(const char *name)
 {
-    auto *log = controls::sized(new LogView, LogSize);
-    log->setObjectName(QLatin1String(name));
-    return log;
+    return controls::field(new LogView, name, LogSize);
 }
 
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent),
-      rgbFrameBuffer(wire::FrameSize),
-      irFrameBuffer(wire::FrameSize),
-      rgbPixmap(PixmapSize),
-      irPixmap(PixmapSize),
       infoText(createLog("infoText")),
-      watchText(createLog("watchText"))
+      watchText(createLog("watchText")),
+      watchServer(new WatchServer(watchText, this)),
+      client(new CmdClient(infoText, this)),
+      preview(client, infoText, this)
 {
     setWindowTitle(tr("Quirel"));
     createLayout();
-    auto *fit = new ScreenFit(this);
-    fit->letShrink(infoText, LeastLogHeight);
-    fit->letShrink(watchText, LeastLogHeight);
-
-    watchServer = new WatchServer(watchText, this);
-    client = new CmdClient(infoText, this);
+    preview.setButtons(this);
     enableConnection(false);
-
-    updateTimer = new QTimer(this);
-    connect(updateTimer, SIGNAL(timeout()), this, SLOT(update_task()));
+    auto *fit = new ScreenFit(this);
+    fit->letShrink(infoText, MinLogHeight);
+    fit->letShrink(watchText, MinLogHeight);
 }
 
 void MainWindow::createLayout()
@@ -95,7 +84,7 @@ void MainWindow::createLayout()
     createTabOrder({connection, videoControl, video, users, settings, listener, hint});
 }
 
-/// From where work begins, the connection, through the controls to the logs.
+/// The tab order begins with the connection, where work begins, and ends with the logs.
 void MainWindow::createTabOrder(const QList<QGroupBox *> &groups)
 {
     QWidget *previous = nullptr;
@@ -109,21 +98,6 @@ void MainWindow::createTabOrder(const QList<QGroupBox *> &groups)
         }
     }
     openBtn->setFocus();
-}
-
-QGridLayout *MainWindow::createButtonGrid(std::initializer_list<GridButton> buttons, int columns,
-                                          QSize buttonSize)
-{
-    auto *grid = new QGridLayout;
-    int cell = 0;
-    for (const GridButton &row : buttons) {
-        QPushButton *button = controls::button(tr(row.text), buttonSize, this, row.slot);
-        if (row.member)
-            this->*row.member = button;
-        grid->addWidget(button, cell / columns, cell % columns);
-        ++cell;
-    }
-    return grid;
 }
 
 QGroupBox *MainWindow::createHintGroup()
@@ -143,7 +117,7 @@ void MainWindow::addLogWithClear(QBoxLayout *layout, QTextEdit *log, const char 
 
 bool MainWindow::event(QEvent *event)
 {
-    // A modal dialog is about to be shown, and its size is settled.
+    // This window gets the event when a modal dialog is about to open, with its final size.
     if (event->type() == QEvent::WindowBlocked && QApplication::activeModalWidget())
         placeDialog(QApplication::activeModalWidget());
     return QMainWindow::event(event);
@@ -154,8 +128,8 @@ void MainWindow::placeDialog(QWidget *dialog) const
     const auto shownPart = [](const QWidget *widget) {
         return widget->visibleRegion().boundingRect().translated(widget->mapToGlobal({}));
     };
-    const QWidget *pictures = rgbImgLabel->parentWidget();
-    // The frame that this window has is the best guess of the dialog's.
+    const QWidget *pictures = preview.palmprint.label()->parentWidget();
+    // The dialog's frame is not known yet; it is taken to be that of this window.
     const QRect place = placement::overPictures(
         dialog->size() + frameSize() - size(), {pictures->mapToGlobal({}), pictures->size()},
         shownPart(infoText), shownPart(watchText), screen()->availableGeometry());

@@ -1,32 +1,47 @@
 #pragma once
 
-#include "app/framerate.h"
-#include "link/wire.h"
+#include "app/livepreview.h"
 
-#include <QImage>
 #include <QList>
 #include <QMainWindow>
-#include <QPixmap>
 
-#include <initializer_list>
-#include <vector>
-
-class CmdClient;
-class ImgLabel;
 class QBoxLayout;
 class QComboBox;
 class QGridLayout;
 class QGroupBox;
-class QLabel;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
 class QTextEdit;
-class QTimer;
 class WatchServer;
 
 /// The console's one window. Every slot runs on the GUI thread and may block it for a command's
-/// time-out; results and reasons of failure are lines in `infoText`.
+/// timeout; results and reasons of failure are lines in `infoText`.
+///
+/// The slots of these buttons open a dialog, or have a name that says something else than the
+/// button's caption:
+///
+///   slot                       button              what it opens or does
+///   openBtnClickAct            "Connect"           connects, or connects anew
+///   openWatchBtnClickAct       "Start Listening"   starts or stops the message listener
+///   getTofDistBtnClickAct      "Get Palm Height"   starts or stops reading the distance sensor
+///   recgBtnClickAct            "Verify Palm"       sets the mode to local recognition
+///   idealBtnClickAct           "Empty Mode"        sets the mode to idle
+///   addUserBtnClickAct         "Add User"          AddUserDlg
+///   delUserBtnClickAct         "Remove User"       a box that asks for the user's ID
+///   clearUserFeatBtnClickAct   "Remove Features"   the same
+///   exportUserInfoBtnClickAct  "Export Users"      nothing: not supported
+///   remoteEnrollBtnClickAct    "Remote Enroll"     RemoteEnrollDlg
+///   importFeatureBtnClickAct   "Import Features"   a box that asks for a file
+///   getSysInfoBtnClickAct      "Get Settings"      lists the system information
+///   devCfgAct                  "Device Config"     vendorCfgDlg, titled "Device Info"
+///   restartBtnClickAct         "User Config"       nothing: not supported
+///   sysCfgBtnClickAct          "System Config"     OutputCfgDlg, titled "Parameter Setting"
+///   recordBtnClickAct          "Record Manage"     AccessRecordDlg
+///   rebootBtnClickAct          "Reboot Device"     a question
+///   manuCfgBtnClickAct         "Factory Config"    a box for the key, then setSysInfoDlg, titled
+///                                                  "System Settings", for the serial number
+///   qrcodeBtnClickAct          "QRCode Manage"     QRCodeDialog
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -34,11 +49,11 @@ class MainWindow : public QMainWindow
 public:
     explicit MainWindow(QWidget *parent = nullptr);
 
-    /// Tells the tooltips what is true when they are asked for.
+    /// Brings the tooltip of the Connect button up to date when it is requested.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 protected:
-    /// Lets modal dialogs open over the pictures, beside the logs.
+    /// Moves a modal dialog over the pictures, beside the logs, when it opens.
     bool event(QEvent *event) override;
 
 private slots:
@@ -87,42 +102,9 @@ private slots:
     void disableConnAct();
 
 private:
-    /// What `update_task` collects from the terminal at each tick.
-    enum ImgUpdateState : int32_t {
-        Idle = 0,
-        Palmprint = 1,
-        PalmVein = 2,
-        Joint = 3,
-        PalmHeight = 10,
-    };
-
-    /// Something that `update_task` collects, and the button that starts and stops it: the
-    /// button's caption tells which of both a click does. Texts are untranslated.
-    struct Collector
-    {
-        ImgUpdateState state;
-        int interval; ///< ms from the end of one tick to the next
-        QPushButton *MainWindow::*button;
-        const char *idleText;
-        const char *runningText;
-        bool (MainWindow::*collect)();
-        const char *failureText;
-    };
-    static const Collector collectors[];
-    static const Collector *findCollector(int32_t state);
-
-    /// A button of a panel's grid, row by row; untranslated text, member to keep it in or null.
-    struct GridButton
-    {
-        const char *text;
-        const char *slot;
-        QPushButton *MainWindow::*member = nullptr;
-    };
-
     void createLayout();
     void createTabOrder(const QList<QGroupBox *> &groups);
     QGroupBox *createVideoPanel();
-    ImgLabel *createImgLabel(const char *name, QPixmap *pixmap);
     QLayout *createCameraColumn(const QString &caption, ImgLabel *label);
     QGroupBox *createVideoControlGroup();
     QGroupBox *createUserGroup();
@@ -133,10 +115,8 @@ private:
     QGroupBox *createSettingsGroup();
     QGroupBox *createConnectionGroup();
     QGridLayout *createConnectionGrid();
-    /// Lets the Enter key press Connect while the field has the focus.
+    /// Makes the Enter key press Connect while the field has the focus.
     void connectOnEnter(QWidget *field);
-    QGridLayout *createButtonGrid(std::initializer_list<GridButton> buttons, int columns,
-                                  QSize buttonSize);
 
     template <class Dialog> void runDialog();
     void placeDialog(QWidget *dialog) const;
@@ -144,50 +124,19 @@ private:
     void notSupported();
     void enableConnection(bool enabled);
 
-    void toggleCollecting(ImgUpdateState state);
-    void startCollecting(const Collector &collector, const QString &caption);
-    void stopCollecting();
-    bool collectPalmprint();
-    bool collectPalmVein();
-    bool collectJoint();
-    bool collectPalmHeight();
-    void showPalmprint();
-    void showPalmVein();
-    static void showFrame(const std::vector<uint8_t> &frame, QImage *lastImage, QPixmap *pixmap,
-                          ImgLabel *label);
     QString connectionTip() const;
-    static QString pictureTip(FrameRate *rate);
-    void showPixel(QPoint position, const QImage &lastImage, const std::vector<uint8_t> &frame);
 
-    /// False when the operator cancels.
+    /// Returns false when the operator cancels.
     bool askUserId(uint32_t *userId);
 
     void savePng(const QString &prefix, const QImage &image);
     void saveRaw(const QString &caption, const QByteArray &pixels);
 
-    std::vector<uint8_t> rgbFrameBuffer;
-    std::vector<uint8_t> irFrameBuffer;
-    QImage lastRgbImage; ///< copy of the last palmprint frame shown; null before the first
-    QImage lastIrImage;
-    QPixmap rgbPixmap;
-    QPixmap irPixmap;
-    FrameRate rgbRate;
-    FrameRate irRate;
-    int32_t imgUpdateState = Idle;
-
     QTextEdit *infoText;
     QTextEdit *watchText;
-    CmdClient *client;
     WatchServer *watchServer;
-    QTimer *updateTimer;
-
-    ImgLabel *rgbImgLabel;
-    ImgLabel *irImgLabel;
-    QLabel *pixelReadoutLabel;
-    QPushButton *showRgbBtn = nullptr;
-    QPushButton *showIrBtn = nullptr;
-    QPushButton *showMixBtn = nullptr;
-    QPushButton *getTofDistBtn = nullptr;
+    CmdClient *client;
+    LivePreview preview;
 
     QSpinBox *idSpinBox;
     QComboBox *modeCombo;

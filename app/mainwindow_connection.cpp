@@ -5,6 +5,8 @@
 
 #include <QBoxLayout>
 #include <QComboBox>
+#include <QEvent>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -19,9 +21,21 @@ constexpr QSize LabelSize(70, 25);
 constexpr QSize FieldSize(100, 25);
 constexpr QSize ButtonSize(120, 45);
 constexpr int DefaultPort = 20086;
+constexpr double MicrosecondsPerMillisecond = 1000;
 
-// What the Connect button reads after a connection, in every language.
+// The caption of the Connect button after a disconnect, in every language.
 const QString UnconnectedCaption = QStringLiteral("Connect");
+
+/// Names of the states, indexed by QAbstractSocket::SocketState.
+constexpr const char *SocketStates[] = {
+    QT_TRANSLATE_NOOP("MainWindow", "not connected"),
+    QT_TRANSLATE_NOOP("MainWindow", "looking up the address"),
+    QT_TRANSLATE_NOOP("MainWindow", "connecting"),
+    QT_TRANSLATE_NOOP("MainWindow", "connected"),
+    QT_TRANSLATE_NOOP("MainWindow", "bound to an address"),
+    QT_TRANSLATE_NOOP("MainWindow", "listening"),
+    QT_TRANSLATE_NOOP("MainWindow", "closing"),
+};
 
 } // namespace
 
@@ -56,34 +70,46 @@ void MainWindow::connectOnEnter(QWidget *field)
 
 QGridLayout *MainWindow::createConnectionGrid()
 {
-    auto *linkCombo = controls::sized(new QComboBox, FieldSize);
-    linkCombo->setObjectName(QStringLiteral("connectionModeCombo"));
+    auto *linkCombo = controls::field(new QComboBox, "connectionModeCombo", FieldSize);
     linkCombo->addItem(tr("Ethernet"), QStringLiteral("Net"));
     linkCombo->addItem(tr("USB"), QStringLiteral("USB"));
     linkCombo->addItem(tr("Serial Port"), QStringLiteral("Uart"));
 
-    hostEdit = controls::sized(new QLineEdit(QStringLiteral("192.168.31.5")), FieldSize);
-    hostEdit->setObjectName(QStringLiteral("hostEdit"));
+    hostEdit =
+        controls::field(new QLineEdit(QStringLiteral("192.168.31.5")), "hostEdit", FieldSize);
 
-    portSpinBox = controls::sized(new QSpinBox, FieldSize);
-    portSpinBox->setObjectName(QStringLiteral("portSpinBox"));
+    portSpinBox = controls::field(new QSpinBox, "portSpinBox", FieldSize);
     portSpinBox->setRange(0, std::numeric_limits<quint16>::max());
     portSpinBox->setValue(DefaultPort);
 
     auto *grid = new QGridLayout;
-    grid->addWidget(controls::label(tr("Mode："), LabelSize, linkCombo), 0, 0);
-    grid->addWidget(linkCombo, 0, 1);
-    grid->addWidget(controls::label(tr("IP:"), LabelSize, hostEdit), 1, 0);
-    grid->addWidget(hostEdit, 1, 1);
-    grid->addWidget(controls::label(tr("Port："), LabelSize, portSpinBox), 2, 0);
-    grid->addWidget(portSpinBox, 2, 1);
+    controls::addField(grid, 0, 0, tr("Mode："), LabelSize, linkCombo);
+    controls::addField(grid, 1, 0, tr("IP:"), LabelSize, hostEdit);
+    controls::addField(grid, 2, 0, tr("Port："), LabelSize, portSpinBox);
     return grid;
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && watched == openBtn)
+        openBtn->setToolTip(connectionTip());
+    return QMainWindow::eventFilter(watched, event);
+}
+
+QString MainWindow::connectionTip() const
+{
+    const qint64 time = client->lastReplyTime();
+    const QString reply =
+        time < 0
+            ? tr("none yet")
+            : tr("%1 ms").arg(static_cast<double>(time) / MicrosecondsPerMillisecond, 0, 'f', 1);
+    return tr("Socket: %1\nLast reply: %2").arg(tr(SocketStates[client->socketState()]), reply);
 }
 
 void MainWindow::openBtnClickAct()
 {
-    if (openBtn->text() == tr("Refresh Connect") && imgUpdateState != Idle)
-        stopCollecting();
+    if (openBtn->text() == tr("Refresh Connect") && preview.isRunning())
+        preview.stop();
 
     const QByteArray host = hostEdit->text().trimmed().toLocal8Bit();
     const auto port = static_cast<quint16>(portSpinBox->text().toUInt());
@@ -94,7 +120,8 @@ void MainWindow::openBtnClickAct()
     enableConnection(true);
     log(tr("Device connected."));
     controls::setCaption(openBtn, tr("Refresh Connect"));
-    // Twice: a running listener announces itself anew, a stopped one is stopped again afterwards.
+    // Two clicks: a listener that runs stops, starts and announces its address again; one that is
+    // stopped announces its address and stops again.
     openWatchBtnClickAct();
     openWatchBtnClickAct();
 }
@@ -103,8 +130,8 @@ void MainWindow::closeBtnClickAct()
 {
     if (openBtn->text() == tr("Connect") || openBtn->text() == UnconnectedCaption)
         return;
-    if (imgUpdateState != Idle)
-        stopCollecting();
+    if (preview.isRunning())
+        preview.stop();
     if (openWatchBtn->text() == tr("Stop Listening"))
         openWatchBtnClickAct();
     enableConnection(false);

@@ -17,15 +17,15 @@ constexpr QSize LabelSize(90, 25);
 constexpr QSize FieldSize(80, 25);
 constexpr QSize ButtonSize(110, 25);
 
-// What the terminal is told, whatever port the field holds.
+// The port that the terminal is asked to connect to, whatever the field holds.
 constexpr quint16 AnnouncedPort = 60086;
 
 } // namespace
 
 QGroupBox *MainWindow::createListenerGroup()
 {
-    watchPortEdit = controls::sized(new QLineEdit(QString::number(AnnouncedPort)), FieldSize);
-    watchPortEdit->setObjectName(QStringLiteral("watchPortEdit"));
+    watchPortEdit =
+        controls::field(new QLineEdit(QString::number(AnnouncedPort)), "watchPortEdit", FieldSize);
     openWatchBtn =
         controls::button(tr("Start Listening"), ButtonSize, this, SLOT(openWatchBtnClickAct()));
 

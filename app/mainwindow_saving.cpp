@@ -2,6 +2,7 @@
 
 #include "data/frames.h"
 #include "data/wholefile.h"
+#include "link/wire.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -11,55 +12,56 @@
 
 namespace {
 
-/// The frame as it is when the view is read: a preview may go on behind a file box.
-QByteArray viewOf(const std::vector<uint8_t> &frame)
+/// A view of the newest frame, not a copy: a preview may go on while a file box is open.
+QByteArray viewOf(const Camera &camera)
 {
-    return QByteArray::fromRawData(reinterpret_cast<const char *>(frame.data()),
-                                   static_cast<int>(frame.size()));
+    return QByteArray::fromRawData(reinterpret_cast<const char *>(camera.frame()),
+                                   static_cast<int>(wire::FrameSize));
 }
 
 } // namespace
 
-// The tests of these two are the other way round from what their lines say, on purpose: once a
-// frame has been shown they refuse.
+// On purpose these two test the opposite of what their lines say: they refuse once a frame has been
+// shown.
 void MainWindow::saveRgbPngBtnClickAct()
 {
-    if (!lastRgbImage.isNull())
+    if (!preview.palmprint.lastImage().isNull())
         log(tr("Empty palmprint image, fail to save it."));
     else
-        savePng(QStringLiteral("rgb_"), lastRgbImage);
+        savePng(QStringLiteral("rgb_"), preview.palmprint.lastImage());
 }
 
 void MainWindow::saveIrPngBtnClickAct()
 {
-    if (!lastIrImage.isNull())
+    if (!preview.palmVein.lastImage().isNull())
         log(tr("Empty palm vein image, fail to save it."));
     else
-        savePng(QStringLiteral("ir_"), lastIrImage);
+        savePng(QStringLiteral("ir_"), preview.palmVein.lastImage());
 }
 
-// On purpose this saves the palm-vein picture, and without a test.
+// On purpose this saves the palm-vein picture, without a test.
 void MainWindow::saveMixPngBtnClickAct()
 {
-    savePng(QStringLiteral("ir_"), lastIrImage);
+    savePng(QStringLiteral("ir_"), preview.palmVein.lastImage());
 }
 
 void MainWindow::saveRgbRawBtnClickAct()
 {
-    saveRaw(tr("save palmprint RAW image"), viewOf(rgbFrameBuffer));
+    saveRaw(tr("save palmprint RAW image"), viewOf(preview.palmprint));
 }
 
 void MainWindow::saveIrRawBtnClickAct()
 {
-    saveRaw(tr("save palm vein RAW image"), viewOf(irFrameBuffer));
+    saveRaw(tr("save palm vein RAW image"), viewOf(preview.palmVein));
 }
 
 void MainWindow::saveMixRawBtnClickAct()
 {
-    saveRaw(tr("save joint RAW image"), sideBySide(rgbFrameBuffer.data(), irFrameBuffer.data()));
+    saveRaw(tr("save joint RAW image"),
+            sideBySide(preview.palmprint.frame(), preview.palmVein.frame()));
 }
 
-/// Whether the picture could be written is not told.
+/// Logs the same line whether the picture could be written or not.
 void MainWindow::savePng(const QString &prefix, const QImage &image)
 {
     const QString folder = QCoreApplication::applicationDirPath();

@@ -7,6 +7,7 @@
 #include "dialogs/qrcodedialog.h"
 #include "dialogs/setsysinfodlg.h"
 #include "link/cmdclient.h"
+#include "widgets/controls.h"
 #include "widgets/textlog.h"
 
 #include <QDebug>
@@ -48,19 +49,16 @@ constexpr ModeName ModeNames[] = {
 QGroupBox *MainWindow::createSettingsGroup()
 {
     auto *group = new QGroupBox(tr("Settings"));
-    group->setLayout(createButtonGrid(
-        {
-            {QT_TR_NOOP("Get Settings"), SLOT(getSysInfoBtnClickAct())},
-            {QT_TR_NOOP("Device Config"), SLOT(devCfgAct())},
-            {QT_TR_NOOP("User Config"), SLOT(restartBtnClickAct())},
-            {QT_TR_NOOP("System Config"), SLOT(sysCfgBtnClickAct())},
-            {QT_TR_NOOP("Record Manage"), SLOT(recordBtnClickAct())},
-            {QT_TR_NOOP("Reboot Device"), SLOT(rebootBtnClickAct())},
-            {QT_TR_NOOP("Factory Config"), SLOT(manuCfgBtnClickAct())},
-            {QT_TR_NOOP("QRCode Manage"), SLOT(qrcodeBtnClickAct())},
-            {QT_TR_NOOP("Get Work-Mode"), SLOT(getModeBtnClickAct())},
-        },
-        ButtonColumns, ButtonSize));
+    group->setLayout(controls::buttonGrid({{tr("Get Settings"), SLOT(getSysInfoBtnClickAct())},
+                                           {tr("Device Config"), SLOT(devCfgAct())},
+                                           {tr("User Config"), SLOT(restartBtnClickAct())},
+                                           {tr("System Config"), SLOT(sysCfgBtnClickAct())},
+                                           {tr("Record Manage"), SLOT(recordBtnClickAct())},
+                                           {tr("Reboot Device"), SLOT(rebootBtnClickAct())},
+                                           {tr("Factory Config"), SLOT(manuCfgBtnClickAct())},
+                                           {tr("QRCode Manage"), SLOT(qrcodeBtnClickAct())},
+                                           {tr("Get Work-Mode"), SLOT(getModeBtnClickAct())}},
+                                          ButtonColumns, ButtonSize, this));
     return group;
 }
 

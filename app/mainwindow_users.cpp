@@ -14,6 +14,7 @@
 #include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QInputDialog>
 #include <QSpinBox>
@@ -28,14 +29,14 @@ constexpr QSize ModeSize(80, 22);
 constexpr QSize ButtonSize(100, 28);
 constexpr int ButtonColumns = 4;
 
-constexpr uint8_t FeatureKind = 0; // the terminal knows no other
+constexpr uint8_t FeatureKind = 0; // the only kind that the terminal knows
 
-// Items of the mode box, which shows what was commanded last.
+// Items of the mode box, which shows the mode that was commanded last.
 constexpr int EmptyIndex = 0;
 constexpr int EnrollIndex = 1;
 constexpr int LocalRecognitionIndex = 2;
 
-/// Where remote enrollments lie, if the folder is there.
+/// The folder of remote enrollments if it exists, else that of the program.
 QString featureFolder()
 {
     const QString program = QCoreApplication::applicationDirPath();
@@ -50,39 +51,33 @@ QGroupBox *MainWindow::createUserGroup()
     auto *group = controls::sized(new QGroupBox(tr("User Operation")), GroupSize);
     auto *layout = new QVBoxLayout(group);
     layout->addLayout(createUserRow());
-    layout->addLayout(createButtonGrid(
-        {
-            {QT_TR_NOOP("Add User"), SLOT(addUserBtnClickAct())},
-            {QT_TR_NOOP("Enroll Palm"), SLOT(enrollBtnClickAct())},
-            {QT_TR_NOOP("Verify Palm"), SLOT(recgBtnClickAct())},
-            {QT_TR_NOOP("Empty Mode"), SLOT(idealBtnClickAct())},
-            {QT_TR_NOOP("Get Palm Height"), SLOT(getTofDistBtnClickAct()),
-             &MainWindow::getTofDistBtn},
-            {QT_TR_NOOP("Get User List"), SLOT(getUserListBtnClickAct())},
-            {QT_TR_NOOP("Remove User"), SLOT(delUserBtnClickAct())},
-            {QT_TR_NOOP("Clear Users"), SLOT(clearUserBtnClickAct())},
-            {QT_TR_NOOP("Export Users"), SLOT(exportUserInfoBtnClickAct())},
-            {QT_TR_NOOP("Remove Features"), SLOT(clearUserFeatBtnClickAct())},
-            {QT_TR_NOOP("Remote Enroll"), SLOT(remoteEnrollBtnClickAct())},
-            {QT_TR_NOOP("Import Features"), SLOT(importFeatureBtnClickAct())},
-        },
-        ButtonColumns, ButtonSize));
+    layout->addLayout(
+        controls::buttonGrid({{tr("Add User"), SLOT(addUserBtnClickAct())},
+                              {tr("Enroll Palm"), SLOT(enrollBtnClickAct())},
+                              {tr("Verify Palm"), SLOT(recgBtnClickAct())},
+                              {tr("Empty Mode"), SLOT(idealBtnClickAct())},
+                              {tr("Get Palm Height"), SLOT(getTofDistBtnClickAct())},
+                              {tr("Get User List"), SLOT(getUserListBtnClickAct())},
+                              {tr("Remove User"), SLOT(delUserBtnClickAct())},
+                              {tr("Clear Users"), SLOT(clearUserBtnClickAct())},
+                              {tr("Export Users"), SLOT(exportUserInfoBtnClickAct())},
+                              {tr("Remove Features"), SLOT(clearUserFeatBtnClickAct())},
+                              {tr("Remote Enroll"), SLOT(remoteEnrollBtnClickAct())},
+                              {tr("Import Features"), SLOT(importFeatureBtnClickAct())}},
+                             ButtonColumns, ButtonSize, this));
     return group;
 }
 
 QLayout *MainWindow::createUserRow()
 {
-    idSpinBox = controls::sized(new QSpinBox, IdSize);
-    idSpinBox->setObjectName(QStringLiteral("idSpinBox"));
+    idSpinBox = controls::field(new QSpinBox, "idSpinBox", IdSize);
     idSpinBox->setRange(MinUserId, MaxUserId);
 
-    auto *handTypeCombo = controls::sized(new QComboBox, HandTypeSize);
-    handTypeCombo->setObjectName(QStringLiteral("handTypeCombo"));
+    auto *handTypeCombo = controls::field(new QComboBox, "handTypeCombo", HandTypeSize);
     handTypeCombo->addItem(tr("Right Hand"), QStringLiteral("right"));
     handTypeCombo->addItem(tr("Left Hand"), QStringLiteral("left"));
 
-    modeCombo = controls::sized<QComboBox>(new ElidingComboBox, ModeSize);
-    modeCombo->setObjectName(QStringLiteral("modeCombo"));
+    modeCombo = controls::field<QComboBox>(new ElidingComboBox, "modeCombo", ModeSize);
     modeCombo->addItem(tr("Empty"), QStringLiteral("Ideal"));
     modeCombo->addItem(tr("Enroll"), QStringLiteral("Enroll"));
     modeCombo->addItem(tr("Local Recognition"), QStringLiteral("LocalRecognition"));
@@ -127,14 +122,10 @@ void MainWindow::remoteEnrollBtnClickAct()
 
 void MainWindow::enrollBtnClickAct()
 {
-    // The captions in small letters are not those of the preview's own slot: its next click stops
-    // the preview and brings its own caption back.
-    if (showIrBtn->text() == tr("palm vein preview")) {
-        startCollecting(*findCollector(PalmVein), tr("stop collecting"));
-    } else {
-        stopCollecting();
-        controls::setCaption(showIrBtn, tr("palm vein preview"));
-    }
+    // The captions in small letters differ from those of "Palm Vein Preview": the next click on
+    // that button stops the preview and restores its own caption.
+    const LivePreview::Captions captions{tr("palm vein preview"), tr("stop collecting")};
+    preview.toggle(LivePreview::PalmVein, captions);
     modeCombo->setCurrentIndex(EnrollIndex);
     if (!client->startEnroll(static_cast<uint32_t>(idSpinBox->value()))) {
         log(tr("Enrollment failed."));
@@ -142,7 +133,7 @@ void MainWindow::enrollBtnClickAct()
     }
     log(tr("The input instruction has been sent successfully. Please complete the input process "
            "according to the prompts."));
-    startCollecting(*findCollector(PalmVein), tr("stop collecting"));
+    preview.start(LivePreview::PalmVein, captions.running);
 }
 
 void MainWindow::recgBtnClickAct()

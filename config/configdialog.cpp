@@ -2,8 +2,8 @@
 
 #include "data/fetchtext.h"
 #include "data/json.h"
-#include "link/cmdclient.h"
 #include "data/wholefile.h"
+#include "link/cmdclient.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
@@ -58,13 +58,11 @@ QGridLayout *ConfigDialog::createGrid(int grid, std::initializer_list<PairSizes>
 
 void ConfigDialog::addControl(QGridLayout *layout, const ConfigKey &key, const PairSizes &sizes)
 {
-    QWidget *widget = controls::sized(key.control.widget, sizes.control);
-    widget->setObjectName(QLatin1String(key.name));
+    QWidget *widget = controls::field(key.control.widget, key.name, sizes.control);
     if (auto *combo = qobject_cast<QComboBox *>(widget))
         controls::fitItems(combo);
-    const int column = 1 + 2 * key.place.pair;
-    layout->addWidget(controls::label(key.label, sizes.label, widget), key.place.row, column);
-    layout->addWidget(widget, key.place.row, column + 1);
+    controls::addField(layout, key.place.row, 1 + 2 * key.place.pair, key.label, sizes.label,
+                       widget);
 }
 
 QBoxLayout *ConfigDialog::createButtonRow(int endStretch, const ButtonForm (&buttons)[4])
@@ -87,7 +85,7 @@ QGroupBox *ConfigDialog::createLockedGroup(const QString &title)
     return group;
 }
 
-void ConfigDialog::load()
+void ConfigDialog::getBtnClickAct()
 {
     QByteArray text;
     if (!fetch(&text))
@@ -142,7 +140,7 @@ void ConfigDialog::showBlock(const ConfigBlock &block, const Json::Value &object
     }
 }
 
-void ConfigDialog::send()
+void ConfigDialog::setBtnClickAct()
 {
     Json::Value root;
     for (const ConfigBlock &block : blocks) {
@@ -155,7 +153,7 @@ void ConfigDialog::send()
     issue(json::written(root), document.issued);
 }
 
-void ConfigDialog::exportFile()
+void ConfigDialog::exportBtnClickAct()
 {
     QByteArray text;
     client->resynchronize(); // the late reply to another command must not become the file
@@ -166,7 +164,7 @@ void ConfigDialog::exportFile()
     log((writeWholeFile(path, text) ? document.saved : document.notSaved).arg(path));
 }
 
-void ConfigDialog::importFile()
+void ConfigDialog::importBtnClickAct()
 {
     const QString path =
         QFileDialog::getOpenFileName(this, tr("select fw"), QCoreApplication::applicationDirPath(),

@@ -79,10 +79,11 @@ protected:
     /// A group that is of no use before a document has been loaded.
     QGroupBox *createLockedGroup(const QString &title);
 
-    void load();
-    void send();
-    void exportFile();
-    void importFile();
+protected slots:
+    void getBtnClickAct();
+    void setBtnClickAct();
+    void exportBtnClickAct();
+    void importBtnClickAct();
 
 private:
     static void addControl(QGridLayout *layout, const ConfigKey &key, const PairSizes &sizes);

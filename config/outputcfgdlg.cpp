@@ -236,8 +236,7 @@ QGroupBox *OutputCfgDlg::createSystemGroup()
 
 QTextEdit *OutputCfgDlg::createDescription()
 {
-    description = controls::sized(new QTextEdit, DescriptionSize);
-    description->setObjectName(QStringLiteral("description"));
+    description = controls::field(new QTextEdit, "description", DescriptionSize);
     description->setReadOnly(true);
     description->setEnabled(false);
     description->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -305,24 +304,4 @@ void OutputCfgDlg::fitDescription()
         if (page->size().height() <= DescriptionSize.height() - frame)
             break;
     }
-}
-
-void OutputCfgDlg::getBtnClickAct()
-{
-    load();
-}
-
-void OutputCfgDlg::setBtnClickAct()
-{
-    send();
-}
-
-void OutputCfgDlg::exportBtnClickAct()
-{
-    exportFile();
-}
-
-void OutputCfgDlg::importBtnClickAct()
-{
-    importFile();
 }

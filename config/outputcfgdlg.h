@@ -13,10 +13,6 @@ public:
 
 private slots:
     void showDataDesc(int mode);
-    void getBtnClickAct();
-    void setBtnClickAct();
-    void exportBtnClickAct();
-    void importBtnClickAct();
 
 private:
     static Document outputDocument();

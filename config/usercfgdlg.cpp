@@ -99,23 +99,3 @@ QGroupBox *UserCfgDlg::createGroup(const QString &title, int grid, QSize labelSi
         createGrid(grid, {{labelSize, ControlSize}, {PortLabelSize, PortSize}}, RowSpacing));
     return group;
 }
-
-void UserCfgDlg::getBtnClickAct()
-{
-    load();
-}
-
-void UserCfgDlg::setBtnClickAct()
-{
-    send();
-}
-
-void UserCfgDlg::exportBtnClickAct()
-{
-    exportFile();
-}
-
-void UserCfgDlg::importBtnClickAct()
-{
-    importFile();
-}

@@ -11,12 +11,6 @@ class UserCfgDlg : public ConfigDialog
 public:
     UserCfgDlg(CmdClient *client, QTextEdit *infoText, QWidget *parent);
 
-private slots:
-    void getBtnClickAct();
-    void setBtnClickAct();
-    void exportBtnClickAct();
-    void importBtnClickAct();
-
 private:
     static Document userDocument();
     static ConfigBlock userBlock();

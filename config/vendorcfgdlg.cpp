@@ -189,12 +189,12 @@ QGroupBox *vendorCfgDlg::createOperationGroup()
 
 void vendorCfgDlg::setCfgBtnClickAct()
 {
-    send();
+    setBtnClickAct();
 }
 
 void vendorCfgDlg::getCfgBtnClickAct()
 {
-    load();
+    getBtnClickAct();
 }
 
 void vendorCfgDlg::setRtcBtnClickAct()
@@ -250,10 +250,10 @@ void vendorCfgDlg::exportLogBtnClickAct()
 
 void vendorCfgDlg::exportVendorJsonBtnClickAct()
 {
-    exportFile();
+    exportBtnClickAct();
 }
 
 void vendorCfgDlg::importVendorJsonBtnClickAct()
 {
-    importFile();
+    importBtnClickAct();
 }

@@ -72,8 +72,7 @@ AccessRecordDlg::AccessRecordDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *
 
 QLayout *AccessRecordDlg::createDateRow()
 {
-    dateEdit = controls::sized(new QDateEdit, DateSize);
-    dateEdit->setObjectName(QStringLiteral("dateEdit"));
+    dateEdit = controls::field(new QDateEdit, "dateEdit", DateSize);
     prepareMonthEdit(dateEdit, QDate::currentDate());
 
     auto *row = new QHBoxLayout;
@@ -96,20 +95,13 @@ void AccessRecordDlg::prepareMonthEdit(QDateEdit *edit, const QDate &today)
 
 QLayout *AccessRecordDlg::createButtonGrid()
 {
-    const std::pair<QString, const char *> buttons[] = {
-        {tr("Acquire Logs"), SLOT(getRecordFilesBtnClickAct())},
-        {tr("Delete Logs"), SLOT(delRecordBtnClickAct())},
-        {tr("Clear Logs"), SLOT(clearRecordBtnClickAct())},
-        {tr("Load Logs"), SLOT(readRecordBtnClickAct())},
-        {tr("Export Logs"), SLOT(exportRecordBtnClickAct())},
-    };
-    auto *grid = new QGridLayout;
-    int cell = 0;
-    for (const auto &[caption, slot] : buttons) {
-        grid->addWidget(controls::button(caption, ButtonSize, this, slot), cell / ButtonColumns,
-                        cell % ButtonColumns);
-        ++cell;
-    }
+    QGridLayout *grid =
+        controls::buttonGrid({{tr("Acquire Logs"), SLOT(getRecordFilesBtnClickAct())},
+                              {tr("Delete Logs"), SLOT(delRecordBtnClickAct())},
+                              {tr("Clear Logs"), SLOT(clearRecordBtnClickAct())},
+                              {tr("Load Logs"), SLOT(readRecordBtnClickAct())},
+                              {tr("Export Logs"), SLOT(exportRecordBtnClickAct())}},
+                             ButtonColumns, ButtonSize, this);
     grid->setColumnStretch(ButtonColumns, 1);
     return grid;
 }

@@ -23,8 +23,7 @@ constexpr int MaxCardDigits = 10;
 
 QLineEdit *createEdit(const char *name, int maxLength)
 {
-    auto *edit = controls::sized(new QLineEdit, FieldSize);
-    edit->setObjectName(QLatin1String(name));
+    auto *edit = controls::field(new QLineEdit, name, FieldSize);
     edit->setMaxLength(maxLength);
     return edit;
 }
@@ -43,8 +42,7 @@ AddUserDlg::AddUserDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
 
 QGridLayout *AddUserDlg::createGrid()
 {
-    userIdSpinBox = controls::sized(new QSpinBox, FieldSize);
-    userIdSpinBox->setObjectName(QStringLiteral("userIdSpinBox"));
+    userIdSpinBox = controls::field(new QSpinBox, "userIdSpinBox", FieldSize);
     userIdSpinBox->setRange(MinUserId, MaxUserId);
     userNameEdit = createEdit("userNameEdit", MaxTextLength);
     cardEdit = createEdit("cardEdit", MaxCardDigits);
@@ -52,17 +50,13 @@ QGridLayout *AddUserDlg::createGrid()
     departmentEdit = createEdit("departmentEdit", MaxTextLength);
 
     auto *grid = new QGridLayout;
-    grid->addWidget(controls::label(tr("user ID："), LabelSize, userIdSpinBox), 0, 0);
-    grid->addWidget(userIdSpinBox, 0, 1);
+    controls::addField(grid, 0, 0, tr("user ID："), LabelSize, userIdSpinBox);
     grid->addWidget(
         controls::button(tr("Get Empty ID"), EmptyIdSize, this, SLOT(getEmptyUIDBtnClickAct())), 0,
         2);
-    grid->addWidget(controls::label(tr("usrname: "), LabelSize, userNameEdit), 1, 0);
-    grid->addWidget(userNameEdit, 1, 1);
-    grid->addWidget(controls::label(tr("card："), LabelSize, cardEdit), 2, 0);
-    grid->addWidget(cardEdit, 2, 1);
-    grid->addWidget(controls::label(tr("dept："), LabelSize, departmentEdit), 3, 0);
-    grid->addWidget(departmentEdit, 3, 1);
+    controls::addField(grid, 1, 0, tr("usrname: "), LabelSize, userNameEdit);
+    controls::addField(grid, 2, 0, tr("card："), LabelSize, cardEdit);
+    controls::addField(grid, 3, 0, tr("dept："), LabelSize, departmentEdit);
     return grid;
 }
 

@@ -54,8 +54,7 @@ setSysInfoDlg::setSysInfoDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *pare
 
 QLayout *setSysInfoDlg::createSerialRow()
 {
-    serialEdit = controls::sized(new QLineEdit, FieldSize);
-    serialEdit->setObjectName(QStringLiteral("serialEdit"));
+    serialEdit = controls::field(new QLineEdit, "serialEdit", FieldSize);
     serialEdit->setValidator(
         new QRegExpValidator(QRegExp(QStringLiteral("[A-Za-z0-9]*")), serialEdit));
     serialEdit->setMaxLength(SerialLength);
@@ -71,8 +70,7 @@ QLayout *setSysInfoDlg::createSerialRow()
 
 QLayout *setSysInfoDlg::createFirmwareRow()
 {
-    firmwareEdit = controls::sized(new QLineEdit, FieldSize);
-    firmwareEdit->setObjectName(QStringLiteral("firmwareEdit"));
+    firmwareEdit = controls::field(new QLineEdit, "firmwareEdit", FieldSize);
     firmwareEdit->setReadOnly(true);
 
     auto *row = new QHBoxLayout;

@@ -21,7 +21,7 @@ PAGES = sorted(SOURCE.glob("docs/**/*.md")) + [SOURCE / "README.md", SOURCE / "C
 LOGGING = {"log", "append"}
 CAPTIONS = re.compile("|".join((
     r"create\w+(?<!Act)", r"\w+Tip",  # functions that build a window or a tooltip
-    "setWindowTitle", "setText", "setToolTip", "setAccessibleName", "setCaption", "startCollecting",
+    "setWindowTitle", "setText", "setToolTip", "setAccessibleName", "setCaption", "captions",
     "setApplicationDescription",
     "QLabel", "QGroupBox", "QCheckBox", "label", "button", "addItem", "addAction",
     "choice", "codedChoice", "onOff", "closeOpen",  # items of a control
@@ -29,8 +29,7 @@ CAPTIONS = re.compile("|".join((
     "ModeDescriptions", "SocketStates",
     "ModeNames", "types")))  # what takes a placeholder's place within a line
 # Captions in a table that has lines, too.
-BUTTONS = {"Palmprint Preview", "Palm Vein Preview", "Joint Preview", "Get Palm Height",
-           "Stop Collecting", "stop collecting"}
+BUTTONS = {"Stop Collecting", "stop collecting"}
 
 TOKEN = re.compile(r"""
     (?P<nothing> //[^\n]* | /\*.*?\*/ | '(?:[^'\\]|\\.)' | \b(?:const|override)\b )

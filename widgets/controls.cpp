@@ -1,6 +1,7 @@
 #include "widgets/controls.h"
 
 #include <QComboBox>
+#include <QGridLayout>
 #include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionComboBox>
@@ -88,6 +89,25 @@ QPushButton *controls::button(const QString &text, QSize size, const QObject *re
     button->setObjectName(signature.section(QLatin1Char('('), 0, 0));
     QObject::connect(button, SIGNAL(clicked()), receiver, slot);
     return button;
+}
+
+QGridLayout *controls::buttonGrid(std::initializer_list<ButtonRow> buttons, int columns, QSize size,
+                                  const QObject *receiver)
+{
+    auto *grid = new QGridLayout;
+    int cell = 0;
+    for (const ButtonRow &row : buttons) {
+        grid->addWidget(button(row.text, size, receiver, row.slot), cell / columns, cell % columns);
+        ++cell;
+    }
+    return grid;
+}
+
+void controls::addField(QGridLayout *grid, int row, int column, const QString &text,
+                        QSize labelSize, QWidget *field)
+{
+    grid->addWidget(label(text, labelSize, field), row, column);
+    grid->addWidget(field, row, column + 1);
 }
 
 void controls::keepEnterFromButtons(QWidget *window)

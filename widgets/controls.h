@@ -3,11 +3,14 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <initializer_list>
+
 class QComboBox;
+class QGridLayout;
 class QLineEdit;
 
-/// Small makers of the controls that the windows are drawn with. What they return belongs to the
-/// layout's widget it is put into.
+/// Functions that create the controls of the windows. What they return belongs to the widget whose
+/// layout it is put into.
 namespace controls {
 
 /// Fixes a widget's size; an invalid size leaves it to the style.
@@ -18,24 +21,45 @@ template <class Widget> Widget *sized(Widget *widget, QSize size)
     return widget;
 }
 
-/// Gives a button another caption. As in all captions of fixed size, the letters are narrowed until
-/// it fits: desktop fonts of one height differ in width, the sizes do not.
+/// Fixes a widget's size and gives it an object name.
+template <class Widget> Widget *field(Widget *widget, const char *name, QSize size)
+{
+    widget->setObjectName(QLatin1String(name));
+    return sized(widget, size);
+}
+
+/// Changes a button's caption. In every control of fixed size the letters are narrowed until the
+/// text fits, since desktop fonts of the same height differ in width.
 void setCaption(QPushButton *button, const QString &text);
 
-/// A label of fixed size for `buddy`, which may be null.
+/// A label of fixed size; `buddy` may be null.
 QLabel *label(const QString &text, QSize size, QWidget *buddy = nullptr);
 
 /// A button whose click runs `slot` (as SLOT() gives it) of `receiver`; its object name is the
 /// slot's name. An invalid size leaves the size to the style.
 QPushButton *button(const QString &text, QSize size, const QObject *receiver, const char *slot);
 
+struct ButtonRow
+{
+    QString text;
+    const char *slot;
+};
+/// A grid of such buttons, filled row by row.
+QGridLayout *buttonGrid(std::initializer_list<ButtonRow> buttons, int columns, QSize size,
+                        const QObject *receiver);
+
+/// Adds a label and its control side by side to a row of a grid.
+void addField(QGridLayout *grid, int row, int column, const QString &text, QSize labelSize,
+              QWidget *field);
+
 /// Narrows the letters of a combo box of fixed size until its widest item fits.
 void fitItems(QComboBox *combo);
 
-/// Lets the Enter key press none of the window's buttons, wherever the focus is.
+/// Prevents the Enter key from pressing a button of the window.
 void keepEnterFromButtons(QWidget *window);
 
-/// The edit's text without the half of a character that its length limit may have left at the end.
+/// Returns the edit's text without the half of a surrogate pair that its length limit may have left
+/// at the end.
 QString wholeText(const QLineEdit *edit);
 
 } // namespace controls

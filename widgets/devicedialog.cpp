@@ -1,7 +1,7 @@
 #include "widgets/devicedialog.h"
 
-#include "widgets/textlog.h"
 #include "widgets/screenfit.h"
+#include "widgets/textlog.h"
 
 DeviceDialog::DeviceDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
     : QDialog(parent),
