@@ -129,6 +129,8 @@ private:
     /// Returns false when the operator cancels.
     bool askUserId(uint32_t *userId);
 
+    /// On purpose tests the opposite of what the refusal says: refuses once a frame has been shown.
+    void savePngUnlessShown(const QString &prefix, const Camera &camera, const QString &refusal);
     void savePng(const QString &prefix, const QImage &image);
     void saveRaw(const QString &caption, const QByteArray &pixels);
 

@@ -21,22 +21,16 @@ QByteArray viewOf(const Camera &camera)
 
 } // namespace
 
-// On purpose these two test the opposite of what their lines say: they refuse once a frame has been
-// shown.
 void MainWindow::saveRgbPngBtnClickAct()
 {
-    if (!preview.palmprint.lastImage().isNull())
-        log(tr("Empty palmprint image, fail to save it."));
-    else
-        savePng(QStringLiteral("rgb_"), preview.palmprint.lastImage());
+    savePngUnlessShown(QStringLiteral("rgb_"), preview.palmprint,
+                       tr("Empty palmprint image, fail to save it."));
 }
 
 void MainWindow::saveIrPngBtnClickAct()
 {
-    if (!preview.palmVein.lastImage().isNull())
-        log(tr("Empty palm vein image, fail to save it."));
-    else
-        savePng(QStringLiteral("ir_"), preview.palmVein.lastImage());
+    savePngUnlessShown(QStringLiteral("ir_"), preview.palmVein,
+                       tr("Empty palm vein image, fail to save it."));
 }
 
 // On purpose this saves the palm-vein picture, without a test.
@@ -59,6 +53,15 @@ void MainWindow::saveMixRawBtnClickAct()
 {
     saveRaw(tr("save joint RAW image"),
             sideBySide(preview.palmprint.frame(), preview.palmVein.frame()));
+}
+
+void MainWindow::savePngUnlessShown(const QString &prefix, const Camera &camera,
+                                    const QString &refusal)
+{
+    if (!camera.lastImage().isNull())
+        log(refusal);
+    else
+        savePng(prefix, camera.lastImage());
 }
 
 /// Logs the same line whether the picture could be written or not.

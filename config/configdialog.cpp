@@ -65,13 +65,19 @@ void ConfigDialog::addControl(QGridLayout *layout, const ConfigKey &key, const P
                        widget);
 }
 
-QBoxLayout *ConfigDialog::createButtonRow(int endStretch, const ButtonForm (&buttons)[4])
+const char *const ConfigDialog::ButtonSlots[] = {SLOT(getBtnClickAct()), SLOT(setBtnClickAct()),
+                                                 SLOT(exportBtnClickAct()),
+                                                 SLOT(importBtnClickAct())};
+
+QBoxLayout *ConfigDialog::createButtonRow(int endStretch, QSize loadSize, QSize fileSize,
+                                          const char *const (&clickSlots)[4])
 {
     const QString captions[4] = {tr("Load"), tr("Set"), tr("Export"), tr("Import")};
     auto *row = new QHBoxLayout;
     for (int i = 0; i < 4; ++i) {
         row->addStretch(i == 0 ? endStretch : 1);
-        row->addWidget(controls::button(captions[i], buttons[i].size, this, buttons[i].slot));
+        row->addWidget(
+            controls::button(captions[i], i < 2 ? loadSize : fileSize, this, clickSlots[i]));
     }
     row->addStretch(endStretch);
     return row;

@@ -64,18 +64,13 @@ protected:
         QSize control;
     };
 
-    struct ButtonForm
-    {
-        const char *slot;
-        QSize size;
-    };
-
     ConfigDialog(const Document &document, std::vector<ConfigBlock> blocks, CmdClient *client,
                  QTextEdit *infoText, QWidget *parent);
 
     QGridLayout *createGrid(int grid, std::initializer_list<PairSizes> pairs, int spacing);
-    /// Load, Set, Export and Import.
-    QBoxLayout *createButtonRow(int endStretch, const ButtonForm (&buttons)[4]);
+    /// The buttons "Load" and "Set" of the first size, "Export" and "Import" of the second one.
+    QBoxLayout *createButtonRow(int endStretch, QSize loadSize, QSize fileSize,
+                                const char *const (&clickSlots)[4] = ButtonSlots);
     /// A group that is of no use before a document has been loaded.
     QGroupBox *createLockedGroup(const QString &title);
 
@@ -93,6 +88,8 @@ private:
     bool parse(const QByteArray &text, Json::Value *root) const;
     void showDocument(const Json::Value &root);
     void showBlock(const ConfigBlock &block, const Json::Value &object);
+
+    static const char *const ButtonSlots[4];
 
     const Document document;
     const std::vector<ConfigBlock> blocks;

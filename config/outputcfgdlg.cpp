@@ -101,10 +101,7 @@ OutputCfgDlg::OutputCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
     layout->addStretch(1);
     layout->addLayout(row);
     layout->addStretch(3);
-    layout->addLayout(createButtonRow(2, {{SLOT(getBtnClickAct()), ButtonSize},
-                                          {SLOT(setBtnClickAct()), ButtonSize},
-                                          {SLOT(exportBtnClickAct()), ButtonSize},
-                                          {SLOT(importBtnClickAct()), ButtonSize}}));
+    layout->addLayout(createButtonRow(2, ButtonSize, ButtonSize));
     layout->addStretch(3);
     controls::keepEnterFromButtons(this);
 

@@ -36,10 +36,7 @@ UserCfgDlg::UserCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent)
     layout->addStretch(1);
     layout->addLayout(row);
     layout->addStretch(1);
-    layout->addLayout(createButtonRow(1, {{SLOT(getBtnClickAct()), ButtonSize},
-                                          {SLOT(setBtnClickAct()), ButtonSize},
-                                          {SLOT(exportBtnClickAct()), ButtonSize},
-                                          {SLOT(importBtnClickAct()), ButtonSize}}));
+    layout->addLayout(createButtonRow(1, ButtonSize, ButtonSize));
     layout->addStretch(1);
     controls::keepEnterFromButtons(this);
 }

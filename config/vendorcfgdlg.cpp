@@ -56,10 +56,10 @@ vendorCfgDlg::vendorCfgDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
     layout->addStretch(1);
     layout->addLayout(row);
     layout->addStretch(1);
-    layout->addLayout(createButtonRow(1, {{SLOT(getCfgBtnClickAct()), LoadSize},
-                                          {SLOT(setCfgBtnClickAct()), LoadSize},
-                                          {SLOT(exportVendorJsonBtnClickAct()), ExportSize},
-                                          {SLOT(importVendorJsonBtnClickAct()), ExportSize}}));
+    layout->addLayout(createButtonRow(1, LoadSize, ExportSize,
+                                      {SLOT(getCfgBtnClickAct()), SLOT(setCfgBtnClickAct()),
+                                       SLOT(exportVendorJsonBtnClickAct()),
+                                       SLOT(importVendorJsonBtnClickAct())}));
     layout->addStretch(1);
     controls::keepEnterFromButtons(this);
 }
@@ -148,39 +148,24 @@ QGroupBox *vendorCfgDlg::createWorkGroup()
 
 QGroupBox *vendorCfgDlg::createOperationGroup()
 {
-    struct Operation
-    {
-        QString caption;
-        const char *slot;
-    };
-    struct Row
-    {
-        QString label;
-        Operation operations[2];
-    };
-    const Row rows[] = {
-        {tr("RTC："),
-         {{tr("get RTC time"), SLOT(getRtcBtnClickAct())},
-          {tr("sync RTC time"), SLOT(setRtcBtnClickAct())}}},
-        {tr("TOF："),
-         {{tr("get TOF corr"), SLOT(getTofBiasBtnClickAct())},
-          {tr("corr TOF bias"), SLOT(calibTofBtnClickAct())}}},
-        {tr("settings："),
-         {{tr("export logs"), SLOT(exportLogBtnClickAct())},
-          {tr("reset"), SLOT(resetSysBtnClickAct())}}},
-    };
     auto *grid = new QGridLayout;
     grid->setVerticalSpacing(RowSpacing);
-    int line = 0;
-    for (const Row &row : rows) {
-        grid->addWidget(controls::label(row.label, NarrowLabelSize), line, 0);
-        int column = 1;
-        for (const Operation &operation : row.operations)
-            grid->addWidget(
-                controls::button(operation.caption, OperationSize, this, operation.slot), line,
-                column++);
-        ++line;
-    }
+    const auto addRow = [&](int row, const QString &label,
+                            std::initializer_list<controls::ButtonRow> buttons) {
+        grid->addWidget(controls::label(label, NarrowLabelSize), row, 0);
+        int column = 0;
+        for (const auto &[caption, slot] : buttons)
+            grid->addWidget(controls::button(caption, OperationSize, this, slot), row, ++column);
+    };
+    addRow(0, tr("RTC："),
+           {{tr("get RTC time"), SLOT(getRtcBtnClickAct())},
+            {tr("sync RTC time"), SLOT(setRtcBtnClickAct())}});
+    addRow(1, tr("TOF："),
+           {{tr("get TOF corr"), SLOT(getTofBiasBtnClickAct())},
+            {tr("corr TOF bias"), SLOT(calibTofBtnClickAct())}});
+    addRow(2, tr("settings："),
+           {{tr("export logs"), SLOT(exportLogBtnClickAct())},
+            {tr("reset"), SLOT(resetSysBtnClickAct())}});
     alignToTop(grid);
     auto *group = new QGroupBox(tr("System Operation"));
     group->setLayout(grid);
