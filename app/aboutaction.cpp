@@ -10,10 +10,10 @@ AboutAction::AboutAction(QWidget *describedWindow)
 {
     setText(tr("About %1").arg(window->windowTitle()));
     setShortcut(QKeySequence::HelpContents);
-    connect(this, SIGNAL(triggered()), this, SLOT(tell()));
+    connect(this, SIGNAL(triggered()), this, SLOT(showAbout()));
 }
 
-void AboutAction::tell()
+void AboutAction::showAbout()
 {
     QMessageBox::about(
         window, text(),

@@ -2,7 +2,7 @@
 
 #include <QAction>
 
-/// Tells what the program is and in which version: F1 in the window.
+/// The window's F1 key: shows what the program is, and its version.
 class AboutAction : public QAction
 {
     Q_OBJECT
@@ -11,7 +11,7 @@ public:
     explicit AboutAction(QWidget *window);
 
 private slots:
-    void tell();
+    void showAbout();
 
 private:
     QWidget *window;

@@ -11,7 +11,7 @@ constexpr int IconSizes[] = {16, 24, 32, 48, 64, 128, 256};
 
 } // namespace
 
-// The macro wants the global namespace.
+// The macro must be used in the global namespace.
 static void initResources()
 {
     Q_INIT_RESOURCE(quirel);
@@ -21,8 +21,8 @@ void prepareScaling()
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    // On Windows 150 % is a wish. An X server may tell 100 dots per inch that nobody has chosen;
-    // what lies between two sizes takes the one that the screen has room for.
+    // On Windows a scale such as 150 % is the user's choice. An X server may report a resolution
+    // that nobody has chosen, so such scales are rounded there, preferably down.
 #ifdef Q_OS_WIN
     constexpr auto Policy = Qt::HighDpiScaleFactorRoundingPolicy::PassThrough;
 #else

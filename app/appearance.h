@@ -1,8 +1,8 @@
 #pragma once
 
-/// Lets the windows grow with the scale that the system has set for its screens. To be called
-/// before there is an application.
+/// Makes the windows follow the scale that the system has set for its screens. Must be called
+/// before the application object is created.
 void prepareScaling();
 
-/// Gives the application the font that the windows' fixed sizes are drawn for, and its icon.
+/// Sets the application's icon, and the font for which the fixed sizes of the windows were chosen.
 void prepareAppearance();

@@ -16,7 +16,7 @@ class ImgLabel;
 /// tooltip is brought up to date each time it is requested.
 class Camera : public QObject
 {
-    Q_DECLARE_TR_FUNCTIONS(MainWindow)
+    Q_DECLARE_TR_FUNCTIONS(MainWindow) // the texts are in the context of the window
 
 public:
     /// The label belongs to the widget whose layout it is put into.

@@ -5,6 +5,6 @@
 
 #include <QStringList>
 
-/// The lines of the log that show a document of the terminal; none where there is none.
+/// Return the log lines that show a document of the terminal; no lines if the document is absent.
 QStringList userLines(const ListDocument<User> &users);
 QStringList systemInfoLines(const SystemInfo &info);

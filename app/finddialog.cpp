@@ -14,7 +14,7 @@ constexpr int EditWidth = 260;
 } // namespace
 
 FindDialog::FindDialog(QTextEdit *searchedLog)
-    : QDialog(searchedLog->window()), // the log may become unusable while this is open
+    : QDialog(searchedLog->window()), // the log may be disabled while this is open
       log(searchedLog),
       findEdit(new QLineEdit),
       caseCheckBox(new QCheckBox(tr("Match case"))),
@@ -82,6 +82,6 @@ void FindDialog::find(QTextDocument::FindFlags direction)
     resultLabel->setText(found.isNull() ? tr("Not found.") : QString());
     if (found.isNull())
         return;
-    found.setKeepPositionOnInsert(true); // or a line that arrives would belong to what is found
+    found.setKeepPositionOnInsert(true); // lines that arrive later stay unselected
     log->setTextCursor(found);
 }

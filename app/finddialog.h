@@ -8,8 +8,8 @@ class QLabel;
 class QLineEdit;
 class QTextEdit;
 
-/// Finds a text in a log, whose window is this dialog's parent and stays usable meanwhile. From an
-/// end of the log the search goes on at the other one.
+/// Finds a text in a log. The parent is the log's window, which stays usable while the dialog is
+/// open. At an end of the log the search continues from the other end.
 class FindDialog : public QDialog
 {
     Q_OBJECT
@@ -17,7 +17,8 @@ class FindDialog : public QDialog
 public:
     explicit FindDialog(QTextEdit *log);
 
-    /// Shows the dialog, with this text to be found unless it is empty or more than a line.
+    /// Shows the dialog. A text of one line becomes the text to find; any other leaves it
+    /// unchanged.
     void begin(const QString &text);
 
 private slots:

@@ -4,7 +4,7 @@
 
 #include <deque>
 
-/// How many frames have come within the last second.
+/// Counts the frames that arrived within the last second.
 class FrameRate
 {
 public:

@@ -32,7 +32,7 @@ ImgLabel::ImgLabel(QWidget *parent)
 {
     setCursor(Qt::CrossCursor);
     setAttribute(Qt::WA_MouseTracking);
-    setAttribute(Qt::WA_OpaquePaintEvent); // the picture covers it
+    setAttribute(Qt::WA_OpaquePaintEvent); // the picture covers the whole label
     setFocusPolicy(Qt::TabFocus);
 }
 
@@ -74,7 +74,8 @@ void ImgLabel::paintEvent(QPaintEvent *event)
     painter.setPen(QPen(palette().highlight(), FrameWidth));
     painter.drawRect(rect().adjusted(1, 1, -FrameWidth + 1, -FrameWidth + 1));
     painter.setPen(Qt::white);
-    painter.setCompositionMode(QPainter::CompositionMode_Difference); // seen on every grey but one
+    painter.setCompositionMode(
+        QPainter::CompositionMode_Difference); // visible on all greys but one
     painter.drawLine(point - QPoint(CrossArm, 0), point + QPoint(CrossArm, 0));
     painter.drawLine(point - QPoint(0, CrossArm), point + QPoint(0, CrossArm));
 }

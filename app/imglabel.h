@@ -2,9 +2,9 @@
 
 #include <QLabel>
 
-/// A picture that tells where the mouse is over it, in its own coordinates; moves are told without
-/// a pressed button too. While it has the keyboard's focus it shows that point, and the arrow keys
-/// move it by a pixel, with Ctrl by ten.
+/// A picture that reports the mouse position in its own coordinates, also while no button is
+/// pressed. While it has the keyboard focus it marks that point with a cross; the arrow keys move
+/// the point by one pixel, with Ctrl by ten.
 class ImgLabel : public QLabel
 {
     Q_OBJECT

@@ -16,7 +16,7 @@
 
 void keepAlive(QTcpSocket *socket)
 {
-    // Milliseconds of silence and between two probes, of which Windows sends ten.
+    // Milliseconds before the first probe and between two probes. Windows sends ten of them.
     tcp_keepalive times = {1, 10000, 1500};
     DWORD returned = 0;
     WSAIoctl(static_cast<SOCKET>(socket->socketDescriptor()), SIO_KEEPALIVE_VALS, &times,
@@ -33,7 +33,7 @@ struct Setting
     int value;
 };
 
-// Seconds of silence, seconds between two probes, number of probes.
+// Seconds before the first probe, seconds between two probes, number of probes.
 constexpr Setting Settings[] = {
 #if defined(TCP_KEEPIDLE)
     {TCP_KEEPIDLE, 10},

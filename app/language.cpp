@@ -20,12 +20,12 @@ bool install(const QLocale &locale, const char *texts)
 
 void useLanguage(const QStringList &languages)
 {
-    // The terminal, and names of files, take no other digits.
+    // The terminal and the names of files require ASCII digits.
     QLocale::setDefault(QLocale::c());
     for (const QString &language : languages) {
         QLocale locale(language);
         if (locale.script() == QLocale::SimplifiedHanScript)
-            locale = QLocale(QLocale::Chinese, QLocale::China); // the same texts for all countries
+            locale = QLocale(QLocale::Chinese, QLocale::China); // one translation for all countries
         if (locale.language() == QLocale::English)
             return;
         if (install(locale, "quirel")) {

@@ -15,7 +15,7 @@ class QTimer;
 /// it, and the caption of that button decides which of the two a click does.
 class LivePreview
 {
-    Q_DECLARE_TR_FUNCTIONS(MainWindow)
+    Q_DECLARE_TR_FUNCTIONS(MainWindow) // the texts are in the context of the window
 
 public:
     /// What the timer collects.

@@ -40,7 +40,7 @@ void LogView::contextMenuEvent(QContextMenuEvent *event)
     menu->exec(event->globalPos());
 }
 
-/// Without a connection the messages cannot be used, but leave the window all the same.
+/// Opens the context menu even while the log is disabled, as the messages are without a connection.
 bool LogView::viewportEvent(QEvent *event)
 {
     if (event->type() != QEvent::ContextMenu || isEnabled())

@@ -4,8 +4,8 @@
 
 class FindDialog;
 
-/// A log of the window. Its context menu has Qt's entries and those that let the log leave the
-/// window; they have keys of their own while the log has the focus.
+/// A log of the window. Its context menu has Qt's entries and those that copy, search and save the
+/// log; their shortcuts work while the log has the focus.
 class LogView : public QTextEdit
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ protected:
 private slots:
     void copyAll();
     void openFind();
-    /// Into a UTF-8 file, with the time at which each line arrived. A failure is told in this log.
+    /// Writes a UTF-8 file with the arrival time of each line. Logs a failure in this log.
     void saveAs();
 
 private:

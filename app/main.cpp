@@ -15,13 +15,13 @@ void addOptions(QCommandLineParser *parser)
 {
     parser->setApplicationDescription(
         QCoreApplication::translate("main", "Console for a palm-recognition access terminal"));
-    parser->setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // as -platform
+    parser->setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions); // like -platform
     parser->addHelpOption();
     parser->addVersionOption();
 }
 
-/// Ends the program if the arguments ask for the help or the version. Qt's own options are still
-/// among the arguments and are no errors here.
+/// Ends the program if the arguments ask for the help or the version. Ignores unknown options,
+/// since Qt's own options have not been removed from the arguments yet.
 void answerWithoutDisplay(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
@@ -35,7 +35,8 @@ void answerWithoutDisplay(int argc, char *argv[])
         parser.showHelp();
 }
 
-/// Handles Qt's messages while it opens the display: Qt itself would abort and leave a core file.
+/// Message handler for the time in which Qt opens the display. Without a display Qt itself would
+/// abort and leave a core file.
 void endWithoutDisplay(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
     const bool fatal = type == QtFatalMsg;

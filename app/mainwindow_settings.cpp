@@ -122,7 +122,7 @@ void MainWindow::rebootBtnClickAct()
 
 void MainWindow::manuCfgBtnClickAct()
 {
-    // A cancelled prompt gives an empty key, which is a wrong one.
+    // A cancelled prompt returns an empty key, which is wrong.
     const QString key = QInputDialog::getText(this, tr("Vendor secret key"), tr("secret key"));
     if (key != QLatin1String(VendorKey)) {
         log(tr("Wrong secret key."));

@@ -18,7 +18,7 @@ QImage shownFrame(const uint8_t *frame)
     auto *pixel = reinterpret_cast<QRgb *>(image.bits());
     for (int row = 0; row < image.height(); ++row) {
         const uint8_t *captured = frame + ptrdiff_t{(3 * row + 1) / 2} * wire::FrameWidth;
-        // Of three columns the first and the last: the nearest to the middles of two.
+        // Two columns of the picture show the first and the last of three columns of the frame.
         for (const QRgb *end = pixel + image.width(); pixel != end; pixel += 2, captured += 3) {
             pixel[0] = grey(captured[0]);
             pixel[1] = grey(captured[2]);

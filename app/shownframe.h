@@ -6,10 +6,10 @@
 
 #include <cstdint>
 
-/// Two thirds of a frame.
+/// Two thirds of the frame's width and height.
 constexpr QSize ShownFrameSize(wire::FrameWidth * 2 / 3, wire::FrameHeight * 2 / 3);
 
-/// A camera's frame, wire::FrameSize bytes, at the size in which it is shown, each pixel being the
-/// nearest of the frame: the same as QImage::scaled with FastTransformation gives, but in pixels
-/// that are painted without another conversion, and without the threads that Qt sets to work.
+/// Scales a camera's frame (wire::FrameSize bytes) to the size in which it is shown. The pixels are
+/// those of QImage::scaled() with FastTransformation, but in a format that is painted without
+/// another conversion, and made without Qt's worker threads.
 QImage shownFrame(const uint8_t *frame);

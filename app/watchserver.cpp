@@ -18,11 +18,11 @@ namespace {
 
 constexpr int MaxPending = 1;
 constexpr int MaxServed = 1;
-// The most bytes that one read brings, for which an entry of the log has room. The receive buffer
-// of the system holds about as many; TCP leaves the rest to the peer.
+// The largest number of bytes per read, which fits one log entry. The system's receive buffer holds
+// about as many; TCP flow control makes the peer keep the rest.
 constexpr int MaxBatch = 61440;
-// After each entry the listener pauses for this many times the time that the entry took. Its
-// painting takes the same time again at most.
+// The pause after each entry, as a multiple of the time that appending the entry took. Painting it
+// takes at most the same time again.
 constexpr qint64 PauseFactor = 3;
 constexpr qint64 Millisecond = 1000000; // ns
 constexpr int NetworkOctets = 3;
@@ -44,7 +44,7 @@ bool parseHost(const QString &host, quint8 out[4])
     return isNumber;
 }
 
-/// The bytes at the end that are only the beginning of a character.
+/// Returns the number of bytes at the end that are an incomplete character.
 int incompleteBytes(const QByteArray &text)
 {
     QTextCodec::ConverterState state;
@@ -59,7 +59,7 @@ WatchServer::WatchServer(QTextEdit *watchText, QObject *parent)
       log(watchText),
       server(new QTcpServer(this))
 {
-    server->setProxy(QNetworkProxy::NoProxy); // a proxy of the system cannot listen
+    server->setProxy(QNetworkProxy::NoProxy); // a system proxy cannot listen
     server->setMaxPendingConnections(MaxPending);
     connect(server, SIGNAL(newConnection()), this, SLOT(newConnAct()));
     pause.setSingleShot(true);
@@ -79,7 +79,7 @@ void WatchServer::stopListen()
     if (!listening)
         return;
     showRest();
-    // A socket may report its disconnect while it is told to go: the list is empty by then.
+    // disconnectFromHost() may emit disconnected() at once; the list must be empty by then.
     const QList<QTcpSocket *> sockets = std::exchange(connections, {});
     for (QTcpSocket *socket : sockets)
         socket->disconnectFromHost();

@@ -8,9 +8,10 @@ class QTcpServer;
 class QTcpSocket;
 class QTextEdit;
 
-/// Receives the text messages that the terminal pushes, from one peer at a time; a second one is
-/// closed at once. Messages are UTF-8 without framing: what one read brings is one log entry. A
-/// flood is read in small pieces with pauses, so that it takes a fraction of the time at most.
+/// Receives the text messages that the terminal pushes. One peer is served at a time; a second
+/// connection is closed at once. Messages are UTF-8 without framing: the bytes of one read make one
+/// log entry. A flood is read in small pieces with pauses between them, so that it takes only a
+/// fraction of the window's time.
 class WatchServer : public QObject
 {
     Q_OBJECT
@@ -19,15 +20,16 @@ public:
     /// The log is borrowed.
     WatchServer(QTextEdit *log, QObject *parent);
 
-    /// Listens on every IPv4 address of this machine. A port that cannot be had is not reported.
+    /// Listens on every IPv4 address of this machine. Does not report a port that is in use.
     void startListen(quint16 port);
     void stopListen();
 
-    /// This machine's address on the /24 network of a dotted-quad host, first octet first. On
-    /// false `out` holds the last IPv4 address examined, or is untouched if none was.
+    /// Finds this machine's address on the /24 network of a dotted-quad host, first octet first. If
+    /// it returns false, `out` holds the last IPv4 address examined, or is unchanged if there was
+    /// none.
     static bool findLocalAddress(quint8 out[4], const QString &deviceHost);
 
-    /// The log entry for what one read has brought.
+    /// Returns the log entry for the bytes of one read.
     static QString entry(const QByteArray &batch);
 
 public slots:
@@ -37,15 +39,15 @@ public slots:
 
 private:
     void accept(QTcpSocket *socket);
-    /// Shows what is still unread of a connection that ends.
+    /// Reads and shows the remaining bytes of a connection that ends.
     void showRest();
     void show(const QByteArray &batch);
 
     QTextEdit *log;
     QTcpServer *server;
     bool listening = false;
-    qint32 connectionCount = 0; ///< accepted and not yet reported disconnected
+    qint32 connectionCount = 0; ///< accepted, and no disconnect reported yet
     QList<QTcpSocket *> connections;
-    QByteArray split; ///< beginning of a character whose rest comes with the next read
-    QTimer pause;     ///< active while nothing is read
+    QByteArray split; ///< first bytes of a character that the next read completes
+    QTimer pause;     ///< active while reading pauses
 };

@@ -27,7 +27,7 @@ Show showNumber(Accepted accepted, const std::function<void(int)> &show)
         if (!number)
             return false;
         const auto compared = static_cast<quint32>(*number);
-        if (compared < accepted.least || compared > accepted.most)
+        if (compared < accepted.min || compared > accepted.max)
             return false;
         show(*number);
         return true;
@@ -87,7 +87,7 @@ ConfigControl control::onOff(const QStringList &items)
 ConfigControl control::number(Limits limits, Accepted accepted)
 {
     auto *box = new QSpinBox;
-    box->setRange(limits.least, limits.most);
+    box->setRange(limits.min, limits.max);
     box->setValue(limits.start);
     return {box, showNumber(accepted, [box](int value) { box->setValue(value); }),
             [box] { return box->value(); }};

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Null where the document has no such block.
+/// Returns null if the document has no such block.
 const Json::Value *findBlock(const Json::Value &root, const char *name)
 {
     return name ? json::member(root, name) : &root;
@@ -40,7 +40,7 @@ QGridLayout *ConfigDialog::createGrid(int grid, std::initializer_list<PairSizes>
 {
     auto *layout = new QGridLayout;
     layout->setVerticalSpacing(spacing);
-    // A grid within another one would have none.
+    // A nested grid has no spacing of its own.
     layout->setHorizontalSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
     for (const ConfigBlock &block : blocks) {
         for (const ConfigKey &key : block.keys) {
@@ -50,7 +50,7 @@ QGridLayout *ConfigDialog::createGrid(int grid, std::initializer_list<PairSizes>
             addControl(layout, key, pairs.begin()[key.place.pair]);
         }
     }
-    // Room that is left goes around the controls, not between them.
+    // Extra space goes around the controls, not between them.
     layout->setColumnStretch(0, 1);
     layout->setColumnStretch(layout->columnCount(), 1);
     return layout;
@@ -162,7 +162,7 @@ void ConfigDialog::setBtnClickAct()
 void ConfigDialog::exportBtnClickAct()
 {
     QByteArray text;
-    client->resynchronize(); // the late reply to another command must not become the file
+    client->resynchronize(); // so that no late reply becomes the file
     if (!fetch(&text))
         return;
     log(tr("File loaded：%1").arg(text.size()));
@@ -178,7 +178,7 @@ void ConfigDialog::importBtnClickAct()
             .trimmed();
     if (path.isEmpty())
         return;
-    // As much as no packet can carry is enough of a file that is too long.
+    // A longer file exceeds a packet anyway, so this much of it is enough.
     QByteArray text;
     if (!readFile(path, wire::SendCapacity, &text)) {
         log(document.notOpened.arg(path));

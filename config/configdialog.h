@@ -10,11 +10,11 @@ class QBoxLayout;
 class QGridLayout;
 class QGroupBox;
 
-/// One key of a configuration document: a new one is one more row in its dialog's table.
+/// One key of a configuration document; a row in its dialog's table.
 struct ConfigKey
 {
-    /// Where control and label stand: in which grid of the dialog, in which row, and in which pair
-    /// of columns from the left.
+    /// The place of label and control: the grid within the dialog, the row, and the pair of columns
+    /// counted from the left.
     struct Place
     {
         int grid;
@@ -22,42 +22,43 @@ struct ConfigKey
         int pair = 0;
     };
 
-    const char *name; ///< as the terminal spells it; the control's object name too
+    const char *name; ///< in the terminal's spelling; also the control's object name
     Place place;
     QString label;
     ConfigControl control;
-    QString wrong = {}; ///< what is said of an unacceptable value; empty: nothing
+    QString wrong = {}; ///< log line for a value that is not accepted; may be empty
 };
 
-/// The keys of one member object of a document, in the order in which they are complained of.
+/// The keys of one member object of a document, in the order in which they are checked.
 struct ConfigBlock
 {
-    const char *name; ///< null: the document itself
+    const char *name; ///< null for the document itself
     std::vector<ConfigKey> keys;
 };
 
-/// A dialog for one of the terminal's JSON configuration documents: shows it in its controls, sends
-/// what they hold, saves it as a file beside the program and sends such a file.
+/// A dialog for one of the terminal's JSON configuration documents. It loads the document into its
+/// controls, sends their values, exports the document to a file beside the program and imports such
+/// a file.
 class ConfigDialog : public DeviceDialog
 {
     Q_OBJECT
 
 protected:
-    /// How a document travels, and what its dialog says of it.
+    /// The commands of a document, its file, and the log lines of its dialog.
     struct Document
     {
         bool (CmdClient::*get)(char *out, uint32_t *outLen, size_t capacity) = nullptr;
         bool (CmdClient::*set)(const char *json, uint32_t length) = nullptr;
         QString fileName;  ///< beside the program
         QString loaded;    ///< %1: number of bytes
-        QString notParsed; ///< of what has no shape that the keys could be found in, too
+        QString notParsed; ///< also for JSON without the blocks that hold the keys
         QString issued;
-        QString saved; ///< %1 here and below: path
+        QString saved; ///< %1, here and below: path
         QString notSaved;
         QString notOpened;
     };
 
-    /// Sizes of the labels and controls in one pair of columns of a grid.
+    /// Sizes of the labels and controls in one pair of columns.
     struct PairSizes
     {
         QSize label;
@@ -71,7 +72,7 @@ protected:
     /// The buttons "Load" and "Set" of the first size, "Export" and "Import" of the second one.
     QBoxLayout *createButtonRow(int endStretch, QSize loadSize, QSize fileSize,
                                 const char *const (&clickSlots)[4] = ButtonSlots);
-    /// A group that is of no use before a document has been loaded.
+    /// A group that is disabled until a document has been loaded.
     QGroupBox *createLockedGroup(const QString &title);
 
 protected slots:
@@ -83,7 +84,7 @@ protected slots:
 private:
     static void addControl(QGridLayout *layout, const ConfigKey &key, const PairSizes &sizes);
     bool fetch(QByteArray *text);
-    /// Sends a document and tells when the terminal has taken it.
+    /// Sends a document, and logs the line when the terminal has accepted it.
     void issue(const QByteArray &text, const QString &line);
     bool parse(const QByteArray &text, Json::Value *root) const;
     void showDocument(const Json::Value &root);

@@ -26,20 +26,20 @@ constexpr QSize SystemControlSize(120, 25);
 constexpr QSize PortSize(60, 25);
 constexpr QSize ControlSize(140, 25);
 constexpr QMargins Margins(11, 6, 11, 6);
-constexpr QMargins GroupMargins(11, 5, 11, 5); // so that the columns fit the window's height
+constexpr QMargins GroupMargins(11, 5, 11, 5); // with these the columns fit the window
 constexpr int RowSpacing = 6;
 constexpr int ModuleSpacing = 15;
 constexpr int DescriptionMargin = 2;
-constexpr int SmallestLetters = 8; // pixels
+constexpr int MinFontSize = 8; // pixels
 
 const char SystemMode[] = "sys mode";
 
 enum Grid { System, Palm, Card, QrCode, Result, Rs485, Relay, Wiegand };
 
-constexpr int MostParagraphs = 3;
+constexpr int MaxParagraphs = 3;
 
-/// What each mode does, a text for each paragraph.
-constexpr const char *ModeDescriptions[][MostParagraphs] = {
+/// The description of each mode, one text per paragraph.
+constexpr const char *ModeDescriptions[][MaxParagraphs] = {
     {QT_TRANSLATE_NOOP("OutputCfgDlg",
                        "In stand-alone mode, the system only allows user data and palm features to "
                        "be entered on the device side, and cannot pass background synchronization "
@@ -250,7 +250,7 @@ QGroupBox *OutputCfgDlg::createRecognitionGroup(const QString &title, int grid, 
     QGroupBox *group = createLockedGroup(title);
     QGridLayout *layout = createGrid(grid, {{labelSize, ControlSize}}, RowSpacing);
     layout->setContentsMargins(GroupMargins);
-    layout->setColumnMinimumWidth(1, LongLabelSize.width()); // controls of all groups in one line
+    layout->setColumnMinimumWidth(1, LongLabelSize.width()); // aligns the controls of all groups
     group->setLayout(layout);
     return group;
 }
@@ -288,14 +288,14 @@ void OutputCfgDlg::showDataDesc(int mode)
     fitDescription();
 }
 
-/// There is no scrolling in a box that is disabled.
+/// Shrinks the font until the description fits, since a disabled text edit cannot be scrolled.
 void OutputCfgDlg::fitDescription()
 {
     const int frame = 2 * description->frameWidth();
     QTextDocument *page = description->document();
     page->setTextWidth(DescriptionSize.width() - frame);
     QFont letters = font();
-    for (int size = QFontInfo(letters).pixelSize(); size >= SmallestLetters; --size) {
+    for (int size = QFontInfo(letters).pixelSize(); size >= MinFontSize; --size) {
         letters.setPixelSize(size);
         page->setDefaultFont(letters);
         if (page->size().height() <= DescriptionSize.height() - frame)

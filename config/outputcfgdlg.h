@@ -2,8 +2,8 @@
 
 #include "config/configdialog.h"
 
-/// "Parameter Setting": the terminal's work mode and servers, what it recognises and where it sends
-/// results, which make up the output configuration document.
+/// "Parameter Setting": the output configuration document with the terminal's work mode, its
+/// servers, what it recognises and where it sends results.
 class OutputCfgDlg : public ConfigDialog
 {
     Q_OBJECT

@@ -2,8 +2,8 @@
 
 #include "config/configdialog.h"
 
-/// "User Config": what the terminal recognises users by, its own address and its server's, which
-/// make up the user configuration document.
+/// "User Config": the user configuration document with the terminal's recognition mode, its address
+/// and that of its server.
 class UserCfgDlg : public ConfigDialog
 {
     Q_OBJECT

@@ -32,7 +32,7 @@ constexpr int MaxTofBias = 200;
 
 enum Grid { Info, Work };
 
-/// Rows of groups side by side stand in one line.
+/// Aligns the rows of groups that stand side by side.
 void alignToTop(QGridLayout *grid)
 {
     grid->setRowStretch(grid->rowCount(), 1);

@@ -5,8 +5,8 @@
 
 class QDateTime;
 
-/// "Device Info": the terminal's identity and network settings, which make up the vendor
-/// configuration document, and its upkeep: clock and distance sensor.
+/// "Device Info": the vendor configuration document with the terminal's identity and network
+/// settings, and the settings of its clock and distance sensor.
 class vendorCfgDlg : public ConfigDialog
 {
     Q_OBJECT
@@ -14,7 +14,8 @@ class vendorCfgDlg : public ConfigDialog
 public:
     vendorCfgDlg(CmdClient *client, QTextEdit *infoText, QWidget *parent);
 
-    /// What the terminal's clock is set to; none when the year is not one of its 1970 to 2225.
+    /// Returns the time in the format of the terminal's clock, or nothing when the year is outside
+    /// the clock's range 1970 to 2225.
     static std::optional<ClockRecord> clockRecord(const QDateTime &time);
 
 private slots:

@@ -45,7 +45,7 @@ bool breaksLine(QChar character)
            character == QChar::ParagraphSeparator;
 }
 
-/// Bytes that are no UTF-8 and characters that would break the record's line are replaced.
+/// Appends UTF-8. Replaces invalid bytes and characters that would end the record's line.
 void appendText(std::string *line, std::string_view bytes)
 {
     if (std::all_of(bytes.begin(), bytes.end(), isPrintableAscii)) {
@@ -86,7 +86,8 @@ QLayout *AccessRecordDlg::createDateRow()
 void AccessRecordDlg::prepareMonthEdit(QDateEdit *edit, const QDate &today)
 {
     edit->setDisplayFormat(QStringLiteral("yyyy-MM"));
-    // A later day could not be reached any more once February has made it the 28th.
+    // Passing through February turns the day into the 28th. With a later minimum day the first
+    // month could then not be reached again.
     const QDate first = today.addMonths(-MonthsBack);
     edit->setDateRange(QDate(first.year(), first.month(), qMin(first.day(), ShortestMonth)),
                        today.addMonths(MonthsAhead));
@@ -130,14 +131,14 @@ bool AccessRecordDlg::fetchNextPage(const QDate &month, uint32_t firstIndex, Rec
         } else if (attempt.elapsed() >= pageRounds) {
             pageRounds = qMin(pageRounds + TimeOutRounds, MaxPageRounds); // the link may be slow
         }
-        QCoreApplication::processEvents(); // Esc and closing, which a wait holds back
+        QCoreApplication::processEvents(); // Esc and closing, delayed during a wait
     } while (!cancelled && client->resynchronize());
     return false;
 }
 
 std::string AccessRecordDlg::recordLines(const RecordPage &page, uint32_t from, uint32_t firstIndex)
 {
-    // Cut at its placeholders once; strings filled in line by line took a third of an export.
+    // The text is split at its placeholders once: arg() for each line took a third of an export.
     //: The placeholders keep their order.
     const QStringList form =
         tr("Index%1: (%2, %3, %4, %5, %6)").split(QRegularExpression(QStringLiteral("%[1-6]")));

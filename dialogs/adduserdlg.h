@@ -23,7 +23,7 @@ private slots:
 private:
     QGridLayout *createGrid();
     QLayout *createButtonRow();
-    /// False, with a line in the log, when the name is missing or a text does not fit its field.
+    /// Returns false and logs the reason when the name is missing or a text does not fit its field.
     bool fill(UserRecord *user);
 
     QSpinBox *userIdSpinBox;

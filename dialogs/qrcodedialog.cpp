@@ -23,18 +23,18 @@ void fillTime(quint8 (&field)[7], const QDateTime &time)
     std::copy(std::begin(parts), std::end(parts), field);
 }
 
-/// The terminal's times are its own wall's: none of them is missing for this computer's summer
-/// time.
-void keepWallTime(QDateTimeEdit *edit)
+/// Sets the time edit to UTC. The terminal has no time zone, so an hour that this computer skips
+/// for summer time must stay available.
+void useTimeWithoutZone(QDateTimeEdit *edit)
 {
-    const auto sameOnWall = [](const QDateTime &time) {
+    const auto sameInUtc = [](const QDateTime &time) {
         return QDateTime(time.date(), time.time(), Qt::UTC);
     };
-    const QDateTime value = sameOnWall(edit->dateTime());
-    const QDateTime least = sameOnWall(edit->minimumDateTime());
-    const QDateTime most = sameOnWall(edit->maximumDateTime());
+    const QDateTime value = sameInUtc(edit->dateTime());
+    const QDateTime minimum = sameInUtc(edit->minimumDateTime());
+    const QDateTime maximum = sameInUtc(edit->maximumDateTime());
     edit->setTimeSpec(Qt::UTC);
-    edit->setDateTimeRange(least, most);
+    edit->setDateTimeRange(minimum, maximum);
     edit->setDateTime(value);
 }
 
@@ -45,8 +45,8 @@ QRCodeDialog::QRCodeDialog(CmdClient *cmdClient, QTextEdit *log, QWidget *parent
       ui(std::make_unique<Ui::QRCodeDialog>())
 {
     ui->setupUi(this);
-    keepWallTime(ui->start_time_edit);
-    keepWallTime(ui->end_time_edit);
+    useTimeWithoutZone(ui->start_time_edit);
+    useTimeWithoutZone(ui->end_time_edit);
 }
 
 QRCodeDialog::~QRCodeDialog() = default;

@@ -12,7 +12,7 @@ namespace Ui {
 class QRCodeDialog;
 }
 
-/// "QR Code Recognit": adds, lists and removes the QR codes that open the way.
+/// "QR Code Recognit": adds, lists and removes the QR codes that the terminal accepts.
 class QRCodeDialog : public DeviceDialog
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ private slots:
     void on_clear_btn_clicked();
 
 private:
-    /// What is wrong with the texts or the times; empty when the entry is complete.
+    /// Returns what is wrong with the texts or the times, or an empty string.
     QString fill(QrEntry *entry);
     void list(const std::vector<QrCode> &codes);
     void askAndDelete(bool (CmdClient::*command)(const char *text), const QString &label);

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-/// Runs a remote enrollment and keeps what it brought as files in remote/ beside the program, a
-/// folder that must exist.
+/// Runs a remote enrollment and saves its images and features in remote/ beside the program. The
+/// folder must exist.
 class RemoteEnrollDlg : public DeviceDialog
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ private slots:
     void readBtnClickAct();
 
 private:
-    /// False when an image could not be written; one that the terminal refuses is passed over.
+    /// Returns false when an image could not be written. Skips an image that the terminal refuses.
     bool readImage(int index, std::vector<uint8_t> *pair);
     void readFeatures(std::vector<uint8_t> *buffer);
 

@@ -48,7 +48,7 @@ setSysInfoDlg::setSysInfoDlg(CmdClient *cmdClient, QTextEdit *log, QWidget *pare
     layout->addStretch(0);
     layout->addLayout(createFirmwareRow());
     layout->addStretch(0);
-    // Enter in a field must neither make another serial number nor write one.
+    // Enter in a field must neither generate nor send a serial number.
     controls::keepEnterFromButtons(this);
 }
 

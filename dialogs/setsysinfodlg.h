@@ -4,7 +4,7 @@
 
 class QLineEdit;
 
-/// Gives the terminal its serial number.
+/// "System Settings": sets the terminal's serial number.
 class setSysInfoDlg : public DeviceDialog
 {
     Q_OBJECT

@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-/// Copies an edit's text as UTF-8 into a field of fixed width, zeros behind it; false, with nothing
-/// copied, when it is too long.
+/// Copies an edit's text as UTF-8 into a field of fixed width, padded with zeros. Returns false and
+/// copies nothing when the text is too long.
 template <size_t Width> bool fillField(char (&field)[Width], const QLineEdit *edit)
 {
     const QByteArray bytes = controls::wholeText(edit).toUtf8();

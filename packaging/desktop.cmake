@@ -1,5 +1,5 @@
-# The entry in a desktop's menu. Below share/ all lies as in a folder of shared data, and
-# install-desktop-entry takes it from there to the user's own.
+# The entry in a desktop's menu. The files below share/ have the layout of an XDG data folder, and
+# install-desktop-entry copies them to the user's own.
 set(id example.kovant.quirel)
 install(PROGRAMS install-desktop-entry DESTINATION .)
 install(FILES ${id}.desktop DESTINATION share/applications)

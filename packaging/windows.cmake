@@ -1,13 +1,13 @@
-# Windows: the libraries that the programs need, beside them. Not run so far, since no Windows machine
-# builds the project yet; the same holds for deploy-qt.cmake.in.
+# Windows: installs the libraries beside the programs that need them. Not tested yet, since no Windows
+# machine builds the project; the same applies to deploy-qt.cmake.in.
 install(FILES $<TARGET_RUNTIME_DLLS:quirel> $<TARGET_RUNTIME_DLLS:quirel-simulator> DESTINATION .)
 
-# Qt's tool asks the qmake that it finds in the path where Qt is.
+# windeployqt locates Qt through the qmake in the path.
 get_target_property(qmake Qt5::qmake IMPORTED_LOCATION)
 get_filename_component(qt_programs ${qmake} DIRECTORY)
 find_program(WINDEPLOYQT windeployqt HINTS ${qt_programs} REQUIRED)
 
-# Qt's tool copies the libraries of MinGW's compiler; of Microsoft's it would take a whole installer.
+# windeployqt copies the runtime libraries of MinGW, but the whole installer of those of Microsoft.
 set(runtime --compiler-runtime)
 if(MSVC)
     set(runtime --no-compiler-runtime)

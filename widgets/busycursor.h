@@ -2,17 +2,17 @@
 
 #include <QElapsedTimer>
 
-/// The busy cursor for a wait that turns out to be long. Several may nest.
+/// Shows the busy cursor during a wait that turns out to be long. Instances may be nested.
 class BusyCursor
 {
 public:
     BusyCursor() { timer.start(); }
-    /// Gives the former cursor back.
+    /// Restores the previous cursor.
     ~BusyCursor();
     BusyCursor(const BusyCursor &) = delete;
     BusyCursor &operator=(const BusyCursor &) = delete;
 
-    /// To be called now and then during the wait.
+    /// Must be called regularly during the wait.
     void showIfLong();
     void show();
 

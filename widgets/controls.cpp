@@ -9,9 +9,9 @@
 namespace {
 
 constexpr int ButtonPadding = 4;
-constexpr int ComboPadding = 1;      // kept free by the styles
-constexpr int NarrowestLetters = 60; // per cent
-constexpr double TwoLinesFrom = 1.4; // times the width that there is
+constexpr int ComboPadding = 1;        // left empty by the styles
+constexpr int MinStretch = 60;         // per cent
+constexpr double TwoLinesFactor = 1.4; // a label whose text is wider by more gets two lines
 
 int widestText(const QFont &font, const QStringList &texts)
 {
@@ -22,17 +22,18 @@ int widestText(const QFont &font, const QStringList &texts)
     return widest;
 }
 
-/// Each stretch is a font to be loaded, so the search begins near its end.
+/// Narrows the widget's font until the texts fit. Each stretch loads another font, so the search
+/// begins near the result.
 void fitTexts(QWidget *widget, const QStringList &texts, int width)
 {
     QFont font = widget->font();
     font.setStretch(QFont::AnyStretch);
-    const int wanted = widestText(font, texts);
-    if (wanted > width) {
-        int stretch = qMax(NarrowestLetters, QFont::Unstretched * width / wanted);
+    const int textWidth = widestText(font, texts);
+    if (textWidth > width) {
+        int stretch = qMax(MinStretch, QFont::Unstretched * width / textWidth);
         do
             font.setStretch(stretch);
-        while (widestText(font, texts) > width && --stretch >= NarrowestLetters);
+        while (widestText(font, texts) > width && --stretch >= MinStretch);
     }
     if (font != widget->font())
         widget->setFont(font);
@@ -53,8 +54,8 @@ QLabel *controls::label(const QString &text, QSize size, QWidget *buddy)
 {
     auto *label = sized(new QLabel(text), size);
     label->setBuddy(buddy);
-    const int wanted = QFontMetrics(label->font()).horizontalAdvance(text);
-    if (text.contains(QLatin1Char(' ')) && wanted > TwoLinesFrom * size.width())
+    const int textWidth = QFontMetrics(label->font()).horizontalAdvance(text);
+    if (text.contains(QLatin1Char(' ')) && textWidth > TwoLinesFactor * size.width())
         useTwoLines(label);
     else
         fitTexts(label, {text}, size.width());
@@ -85,7 +86,7 @@ QPushButton *controls::button(const QString &text, QSize size, const QObject *re
 {
     auto *button = sized(new QPushButton, size);
     setCaption(button, text);
-    const QString signature = QString::fromLatin1(slot + 1); // behind the digit that SLOT() adds
+    const QString signature = QString::fromLatin1(slot + 1); // SLOT() prepends a digit
     button->setObjectName(signature.section(QLatin1Char('('), 0, 0));
     QObject::connect(button, SIGNAL(clicked()), receiver, slot);
     return button;

@@ -35,8 +35,8 @@ void setCaption(QPushButton *button, const QString &text);
 /// A label of fixed size; `buddy` may be null.
 QLabel *label(const QString &text, QSize size, QWidget *buddy = nullptr);
 
-/// A button whose click runs `slot` (as SLOT() gives it) of `receiver`; its object name is the
-/// slot's name. An invalid size leaves the size to the style.
+/// A button that is connected to a slot of `receiver`, given as SLOT(). The slot's name is the
+/// button's object name. An invalid size leaves the size to the style.
 QPushButton *button(const QString &text, QSize size, const QObject *receiver, const char *slot);
 
 struct ButtonRow

@@ -5,8 +5,8 @@
 class CmdClient;
 class QTextEdit;
 
-/// A dialog that works on the terminal and tells of it in the window's log. Client and log are
-/// borrowed and outlive the dialog.
+/// A dialog that sends commands to the terminal and reports in the window's log. Client and log are
+/// borrowed and must outlive the dialog.
 class DeviceDialog : public QDialog
 {
     Q_OBJECT

@@ -24,7 +24,7 @@ void ElidingComboBox::paintEvent(QPaintEvent * /*event*/)
     initStyleOption(&option);
     const QRect field =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    // The style keeps a pixel free at both sides.
+    // The style leaves one pixel empty at each side.
     option.currentText =
         option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, field.width() - 2);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);

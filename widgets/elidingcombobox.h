@@ -2,7 +2,7 @@
 
 #include <QComboBox>
 
-/// A combo box too narrow for some of its items: it shows these cut with an ellipsis, and whole in
+/// A combo box that is too narrow for some of its items. It elides them, and shows them in full in
 /// its list and its tooltip.
 class ElidingComboBox : public QComboBox
 {

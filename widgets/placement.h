@@ -2,15 +2,16 @@
 
 #include <QRect>
 
-/// Where windows stand on a screen. All rectangles are global and include the window's frame.
+/// Positions of windows on a screen. All rectangles are in global coordinates and include the
+/// window's frame.
 namespace placement {
 
-/// Moves a window by no more than is needed to be on the screen; one that is larger begins at its
-/// left and its top.
+/// Moves a window onto the screen, by no more than necessary. A window that is larger than the
+/// screen is aligned with its left and top edges.
 QRect within(const QRect &window, const QRect &screen);
 
-/// Where a dialog opens: over the pictures, beside the logs. Where the screen has no room for that,
-/// it rather covers the messages than the hints. A log that is not shown is an empty rectangle.
+/// Returns where a dialog opens: over the pictures, beside the logs. Without enough room it covers
+/// the messages rather than the hints. A hidden log is passed as an empty rectangle.
 QRect overPictures(QSize dialog, const QRect &pictures, const QRect &hints, const QRect &messages,
                    const QRect &screen);
 

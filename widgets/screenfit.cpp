@@ -17,17 +17,17 @@
 
 namespace {
 
-/// What the window manager adds, guessed as long as it has not been seen.
+/// Returns the size of the window manager's frame, or an estimate until the frame is known.
 QSize frameOf(const QWidget *window)
 {
     const QSize frame = window->frameSize() - window->size();
     if (!frame.isNull())
-        return frame; // some have no sides
+        return frame; // the width may be 0
     const int border = window->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
     return {2 * border, window->style()->pixelMetric(QStyle::PM_TitleBarHeight) + border};
 }
 
-/// Qt's platforms without a display claim one of any size.
+/// Qt's platforms without a display report a screen all the same.
 bool hasDisplay()
 {
     const QString platform = QGuiApplication::platformName();
@@ -40,7 +40,7 @@ bool changesByWheel(const QWidget *widget)
            qobject_cast<const QComboBox *>(widget);
 }
 
-/// Those that no layout holds.
+/// Moves the widgets that are in no layout.
 void moveChildren(QWidget *window, QWidget *content, const QWidget *except)
 {
     const auto children = window->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
@@ -64,7 +64,7 @@ bool ScreenFit::eventFilter(QObject *watched, QEvent *event)
     if (watched == window) {
         watchWindow(event->type());
     } else if (event->type() == QEvent::Wheel && isScrolling) {
-        event->ignore(); // for the area around it
+        event->ignore(); // so that the scroll area gets it
         return true;
     }
     return QObject::eventFilter(watched, event);
@@ -74,11 +74,11 @@ void ScreenFit::watchWindow(QEvent::Type event)
 {
     switch (event) {
     case QEvent::Show:
-    case QEvent::WindowActivate: // the frame has become known
+    case QEvent::WindowActivate: // the frame is known now
         fitScreen();
         break;
     case QEvent::FontChange:
-    case QEvent::StyleChange: // the controls in the window follow
+    case QEvent::StyleChange: // the controls change after this event
         QMetaObject::invokeMethod(this, "fitContent", Qt::QueuedConnection);
         break;
     default:
@@ -86,7 +86,8 @@ void ScreenFit::watchWindow(QEvent::Type event)
     }
 }
 
-/// Only the main window lives long enough to see another font, and has the size of its content.
+/// Only for the main window: dialogs are closed before the font changes, and only the main window
+/// has the size of its content.
 void ScreenFit::fitContent()
 {
     if (!qobject_cast<QMainWindow *>(window))
@@ -103,7 +104,7 @@ void ScreenFit::fitScreen()
         return;
     const QScreen *screen = window->screen();
     if (!screen)
-        return; // all are switched off
+        return; // all screens are switched off
     connect(screen, SIGNAL(availableGeometryChanged(QRect)), this, SLOT(fitChangedScreen()),
             Qt::UniqueConnection);
     if (const QWindow *handle = window->windowHandle())
@@ -115,7 +116,8 @@ void ScreenFit::fitScreen()
         moveIntoScreen();
 }
 
-/// What the operator has moved out of a screen is left there; what a change of it cuts off is not.
+/// After a change of the screen moves the window back onto it. A window that the operator has moved
+/// partly off the screen stays there otherwise.
 void ScreenFit::fitChangedScreen()
 {
     fitScreen();
@@ -139,9 +141,9 @@ QLayout *ScreenFit::contentLayout() const
 
 void ScreenFit::shrink(bool needed)
 {
-    for (const auto &[widget, leastHeight] : qAsConst(shrinkable)) {
-        widget->setMinimumHeight(needed ? leastHeight : widget->maximumHeight());
-        // The layouts around it would learn of that with later events only.
+    for (const auto &[widget, minHeight] : qAsConst(shrinkable)) {
+        widget->setMinimumHeight(needed ? minHeight : widget->maximumHeight());
+        // Otherwise the surrounding layouts would be updated by later events only.
         for (QWidget *outer = widget->parentWidget(); outer; outer = outer->parentWidget()) {
             if (outer->layout())
                 outer->layout()->activate();
@@ -155,17 +157,17 @@ void ScreenFit::fitInto(QSize room)
         fullSize = window->minimumSize();
     shrink(fullSize.boundedTo(room) != fullSize);
     const QLayout *layout = contentLayout();
-    const QSize least = layout ? layout->totalMinimumSize().boundedTo(fullSize) : fullSize;
+    const QSize minSize = layout ? layout->totalMinimumSize().boundedTo(fullSize) : fullSize;
     const QSize fitting = fullSize.boundedTo(room);
-    isScrolling = fitting.expandedTo(least) != fitting;
+    isScrolling = fitting.expandedTo(minSize) != fitting;
     if (isScrolling && !area)
         makeScrollable();
     if (area)
-        area->widget()->setMinimumSize(least);
-    // A dialog takes no more than it needs: one that is too high has a bar at its side.
+        area->widget()->setMinimumSize(minSize);
+    // A scrolling dialog needs room for the scroll bars; the main window takes the whole screen.
     const int bar = window->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    const QSize most = window->parentWidget() ? fullSize + QSize(bar, bar) : room;
-    window->setFixedSize(isScrolling ? most.boundedTo(room) : fitting);
+    const QSize maxSize = window->parentWidget() ? fullSize + QSize(bar, bar) : room;
+    window->setFixedSize(isScrolling ? maxSize.boundedTo(room) : fitting);
 }
 
 void ScreenFit::makeScrollable()
@@ -188,14 +190,14 @@ void ScreenFit::makeScrollable()
         layout->setContentsMargins({});
         layout->addWidget(area);
     }
-    // Who scrolls means none of the values that come under the pointer.
+    // Wheel events scroll the page and never change a value under the pointer.
     for (QWidget *widget : area->widget()->findChildren<QWidget *>()) {
         if (changesByWheel(widget))
             widget->installEventFilter(this);
     }
     if (focused)
         focused->setFocus();
-    QMetaObject::invokeMethod(this, "showFocused", Qt::QueuedConnection); // once it is laid out
+    QMetaObject::invokeMethod(this, "showFocused", Qt::QueuedConnection); // after the layout
 }
 
 void ScreenFit::showFocused()

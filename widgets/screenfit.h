@@ -10,9 +10,9 @@ class QLayout;
 class QScrollArea;
 class QWidget;
 
-/// Keeps a window of fixed size usable on a screen that is smaller: it becomes as small as its
-/// layout permits, and where that does not do its content scrolls; the mouse's wheel then changes
-/// no values. Nothing changes where it fits. Belongs to its window.
+/// Keeps a window of fixed size usable on a smaller screen: the window shrinks as far as its layout
+/// permits, and if that is not enough, its content scrolls and the mouse wheel no longer changes
+/// values. A window that fits is left as it is. Belongs to its window.
 class ScreenFit : public QObject
 {
     Q_OBJECT
@@ -20,10 +20,10 @@ class ScreenFit : public QObject
 public:
     explicit ScreenFit(QWidget *window);
 
-    /// Lets a widget of fixed height be as low as this where the screen has no room for the window.
-    void letShrink(QWidget *widget, int leastHeight) { shrinkable.append({widget, leastHeight}); }
+    /// Allows a widget of fixed height to shrink to this height when the window does not fit.
+    void letShrink(QWidget *widget, int minHeight) { shrinkable.append({widget, minHeight}); }
 
-    /// What it does on a screen with so much room for a window without its frame.
+    /// Fits the window, without its frame, into this size.
     void fitInto(QSize room);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -39,12 +39,12 @@ private:
     void makeScrollable();
     void moveIntoScreen();
     void shrink(bool needed);
-    /// Null where the content has none.
+    /// Returns null if the content has no layout.
     QLayout *contentLayout() const;
 
     QWidget *window;
-    QScrollArea *area = nullptr;             ///< around the content, once it has had to scroll
-    QList<QPair<QWidget *, int>> shrinkable; ///< widgets and their least heights
-    QSize fullSize;                          ///< on a large screen; invalid until it is known
+    QScrollArea *area = nullptr;             ///< around the content once it has to scroll
+    QList<QPair<QWidget *, int>> shrinkable; ///< widgets and their minimum heights
+    QSize fullSize;                          ///< size on a large screen; invalid until known
     bool isScrolling = false;
 };

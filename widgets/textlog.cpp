@@ -13,22 +13,22 @@
 
 namespace {
 
-// Removing from the front moves all that stays, so it is done rarely.
+// Old lines are removed rarely and many at a time, since each removal moves all remaining lines.
 constexpr int DroppedLines = 5000;
 constexpr int DroppedCharacters = 500000;
 
 constexpr QLatin1Char LineEnd('\n');
 constexpr QChar Ellipsis(0x2026);
-constexpr int Indent =
-    12; // pixels, where a line is wrapped; twice as much for an entry's next line
+/// Pixels of indentation of a wrapped line; the next lines of an entry are indented twice as much.
+constexpr int Indent = 12;
 
-/// All that the document takes for the end of a line. A line separator would leave the lines in one
-/// block, whose layout takes minutes when there are thousands.
+/// All characters that the document treats as the end of a line. A line separator would keep the
+/// lines in one block, whose layout takes minutes for thousands of lines.
 constexpr ushort LineEnds[] = {'\n',   '\r',  QChar::LineSeparator, QChar::ParagraphSeparator,
                                0xFDD0, 0xFDD1};
 
-/// Characters that are not seen themselves and can change how others are read: controls, except for
-/// line ends and the tab, and those of bidirectional text.
+/// Invisible characters that can change how others are read: control characters except line ends
+/// and the tab, and those that control bidirectional text.
 constexpr struct
 {
     ushort first;
@@ -36,12 +36,12 @@ constexpr struct
 } HiddenCharacters[] = {{0x00, 0x08},     {0x0B, 0x0C},     {0x0E, 0x1F},     {0x7F, 0x9F},
                         {0x061C, 0x061C}, {0x200E, 0x200F}, {0x202A, 0x202E}, {0x2066, 0x2069}};
 
-/// One line as it is shown, and uncut if that is longer.
+/// One line as it is shown; its full text too if it is shown cut.
 struct Line
 {
     QString shown;
     QString uncut;
-    bool continues = false; ///< the entry of the line before
+    bool continues = false; ///< belongs to the same entry as the line before
 
     int size() const { return shown.size() + uncut.size() + 1; }
 };
@@ -59,7 +59,7 @@ public:
 
     const QDateTime time;
     const QString uncut;
-    const qint64 total; ///< size of all lines since the log was empty, up to this one
+    const qint64 total; ///< size of all lines up to this one since the log was empty
 };
 
 const LineData *dataOf(const QTextBlock &block)
@@ -93,7 +93,7 @@ bool isPlain(QChar character)
     return isPrintableAscii || (!endsLine(character) && !isHidden(character));
 }
 
-/// Every end of a line made the same, hidden characters made visible.
+/// Converts all line ends to LineEnd and hidden characters to U+FFFD.
 QString cleaned(QString text)
 {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -106,7 +106,7 @@ QString cleaned(QString text)
     return text;
 }
 
-/// The beginning of a text that is longer than this, no character of it halved.
+/// Returns the beginning of a text that is longer than `length`, without half a surrogate pair.
 QString beginning(const QString &text, int length)
 {
     return text.left(text.at(length - 1).isHighSurrogate() ? length - 1 : length);
@@ -119,7 +119,7 @@ Line cut(const QString &line)
     return {beginning(line, textlog::MaxLineLength) + Ellipsis, line};
 }
 
-/// How many lines of an entry are shown.
+/// Returns the number of lines of an entry that are shown.
 int shownLines(const QStringList &lines)
 {
     int count = 0;
@@ -146,7 +146,7 @@ void addEntry(std::vector<Line> *lines, const QString &entry)
                   [](Line &line) { line.continues = true; });
 }
 
-/// Whether a font has to shape the text: to combine its characters or to leave some out.
+/// Returns whether the text needs shaping, which combines or leaves out characters.
 bool needsShaping(const QString &text)
 {
     return std::any_of(text.begin(), text.end(), [](QChar character) {
@@ -155,7 +155,8 @@ bool needsShaping(const QString &text)
     });
 }
 
-/// Without shaping, which only kerns most texts, a long list is laid out in two thirds of the time.
+/// Turns shaping off where it would only kern; a long list is then laid out in two thirds of the
+/// time.
 QTextCharFormat formatFor(const QString &text)
 {
     QTextCharFormat format;
@@ -164,7 +165,7 @@ QTextCharFormat formatFor(const QString &text)
     return format;
 }
 
-/// Only an entry's beginning stands at the left edge, whatever the direction of its text.
+/// Only the first line of an entry begins at the left edge, whatever the direction of its text.
 QTextBlockFormat blockFormat(bool continues)
 {
     QTextBlockFormat format;
@@ -174,7 +175,7 @@ QTextBlockFormat blockFormat(bool continues)
     return format;
 }
 
-/// In one edit, with one insertion for all neighbours of the same indentation.
+/// Inserts the lines in one edit; neighbours of the same indentation are inserted together.
 void insertLines(QTextCursor cursor, const std::vector<Line> &lines)
 {
     cursor.beginEditBlock();
@@ -206,8 +207,8 @@ void attachData(QTextBlock block, const std::vector<Line> &lines)
     }
 }
 
-/// In an edit of its own: merged with what was appended at the end, it would count as a change of
-/// the whole document, which is then laid out anew. Returns the height of what has gone.
+/// Removes the oldest lines and returns their height. This is a separate edit: merged with the
+/// insertion at the end it would count as a change of the whole document and cause a full layout.
 qreal dropOldLines(QTextDocument *document)
 {
     const QTextBlock first = document->firstBlock();
@@ -228,13 +229,13 @@ qreal dropOldLines(QTextDocument *document)
     return height;
 }
 
-/// Each line with its time in this form before it.
-QString joined(const QTextEdit *log, const QString &timeForm)
+/// Returns all lines, each with its arrival time in the given format before it.
+QString joined(const QTextEdit *log, const QString &timeFormat)
 {
     QString text;
     for (QTextBlock block = log->document()->begin(); block.isValid(); block = block.next()) {
         const LineData *data = dataOf(block);
-        const QString time = data ? QLocale::c().toString(data->time, timeForm) : QString();
+        const QString time = data ? QLocale::c().toString(data->time, timeFormat) : QString();
         QString lines = data && !data->uncut.isNull() ? data->uncut : block.text();
         text += time + lines.replace(LineEnd, LineEnd + time) + LineEnd;
     }
@@ -246,7 +247,7 @@ QString joined(const QTextEdit *log, const QString &timeForm)
 void textlog::prepare(QTextEdit *log)
 {
     log->setUndoRedoEnabled(false);
-    // One that came with a long list would have all of it laid out again, later, at another width.
+    // A scroll bar that appears with a long list would cause a second layout at another width.
     log->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     log->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 }
@@ -267,7 +268,7 @@ void textlog::append(QTextEdit *log, const QStringList &entries)
     QTextDocument *document = log->document();
     QScrollBar *bar = log->verticalScrollBar();
     const int value = bar->value();
-    // Below the last line there is only the margin.
+    // The end is visible if only the margin below the last line is out of view.
     const bool following = bar->maximum() - value <= document->documentMargin();
 
     QTextCursor cursor(document);

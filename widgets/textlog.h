@@ -4,39 +4,39 @@
 
 class QTextEdit;
 
-/// The one way into a log of the window. Texts are shown literally: markup or placeholders in what
-/// a terminal or a file name brings have no effect.
+/// All lines of the window's logs are appended here. Texts are shown literally: markup and
+/// placeholders in the texts of a terminal or in file names have no effect.
 namespace textlog {
 
-/// The newest lines, and characters, that a log is sure to keep; older ones go in chunks. The
-/// characters of a line that is shown cut and kept whole count in both of its forms.
+/// The number of newest lines and characters that a log always keeps; older lines are removed in
+/// chunks. A line that is shown cut and kept in full counts with the characters of both forms.
 constexpr int KeptLines = 50000;
 constexpr int KeptCharacters = 5000000;
 
-/// The most that is shown of one entry; an ellipsis takes the place of what is beyond. A line's
-/// layout can take a time that grows with the square of its length: up to 10 ms for 1024 characters
-/// of both directions.
+/// The longest line shown, in characters; longer lines end in an ellipsis. The time to lay out a
+/// line can grow with the square of its length: up to 10 ms for 1024 characters of both directions.
 constexpr int MaxLineLength = 1024;
+/// The largest number of lines and characters shown of one entry; an ellipsis replaces the rest.
+/// The line that exceeds the number of characters is still shown.
 constexpr int MaxEntryLines = 1000;
-constexpr int MaxShownLength = 8192; ///< the line that exceeds it is shown as well
-/// The most that is kept of one entry.
+constexpr int MaxShownLength = 8192;
+/// The largest number of characters kept of one entry.
 constexpr int MaxEntryLength = 65536;
 
-/// Makes a text edit a log: read-only, without undo history, leaving the Tab key to the window.
+/// Turns a text edit into a log: read-only and without undo history. The Tab key leaves it.
 void prepare(QTextEdit *log);
 
-/// Control and bidirectional characters are shown as U+FFFD. Every line but the first of an entry
-/// is indented, so that no text can pass for another entry. The log follows its end if that is in
-/// sight.
+/// Control and bidirectional characters are shown as U+FFFD. All lines of an entry but the first
+/// are indented, so that no text can be mistaken for another entry. The log scrolls to its new end
+/// if its end was visible.
 void append(QTextEdit *log, const QString &entry);
-/// Many entries at the price of one edit, the newest if there are more than a log keeps; no
-/// entries, no change.
+/// Appends many entries in one edit; only the newest if there are more than a log keeps.
 void append(QTextEdit *log, const QStringList &entries);
 
-/// All lines, also those parts that are too long to be shown.
+/// Returns all lines, including the parts that are too long to be shown.
 QString fullText(const QTextEdit *log);
-/// The same, each line with the local time at which it was appended, "2026-11-23 12:00:01.234  ",
-/// before it. The log itself does not show these times.
+/// The same, with the local time of its arrival before each line: "2026-11-23 12:00:01.234  ". The
+/// log itself does not show these times.
 QString timedText(const QTextEdit *log);
 
 } // namespace textlog

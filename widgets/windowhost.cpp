@@ -28,7 +28,7 @@ void WindowHost::say(const QString &line)
 
 bool WindowHost::wait(const std::function<bool()> &complete, int rounds)
 {
-    // As long as it runs, the ticks of a Windows system, and so its sleeps, last a millisecond.
+    // While this timer runs, the system tick of Windows, and so the shortest sleep, is 1 ms.
     QTimer precise;
     precise.setTimerType(Qt::PreciseTimer);
     precise.start(1);
@@ -40,8 +40,8 @@ bool WindowHost::wait(const std::function<bool()> &complete, int rounds)
         if (complete())
             return true;
         cursor.showIfLong();
-        // Sleeps that last too long add half of the time at most. After a long interruption the
-        // reply still has a few rounds.
+        // Sleeps that last too long extend the wait by at most half. After a long interruption a
+        // few rounds are left for the reply.
         if (clock.elapsed() - round <= rounds / 2 || round >= rounds - LastRounds)
             QThread::msleep(RoundPause); // usleep(1000) takes two ticks on Windows
     }

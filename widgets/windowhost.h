@@ -4,8 +4,8 @@
 
 class QTextEdit;
 
-/// The window as the host of its client: lines go to its log, and during a wait the window is
-/// painted, while input waits.
+/// The window as the host of its client: lines are appended to its log. During a wait the window is
+/// painted, and input is delayed.
 class WindowHost : public ClientHost
 {
 public:
@@ -16,7 +16,7 @@ public:
     }
 
     void say(const QString &line) override;
-    /// Waits in rounds of a millisecond.
+    /// Each round takes about a millisecond.
     bool wait(const std::function<bool()> &complete, int rounds) override;
 
 private:
