@@ -7,7 +7,7 @@
 
 #include "bench/framecounter.h"
 #include "bench/measure.h"
-#include "tests/windowrig.h"
+#include "testkit/windowrig.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -287,8 +287,7 @@ Peer visits(int count)
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    drive::stayOffScreen();
     qputenv("QT_LOGGING_RULES", "default.debug=false");
     QApplication application(argc, argv);
     const int seconds = argc > 1 ? atoi(argv[1]) : DefaultSeconds;

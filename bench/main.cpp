@@ -3,7 +3,7 @@
 
 #include "bench/census.h"
 #include "bench/soak.h"
-#include "tour/session.h"
+#include "testkit/drive.h"
 
 #include "app/appearance.h"
 
@@ -22,7 +22,7 @@ constexpr double MsPerMinute = 60000;
 int main(int argc, char *argv[])
 {
     census::begin();
-    stayOffScreen();
+    drive::stayOffScreen();
     keepWarnings();
     QApplication application(argc, argv);
     prepareAppearance();

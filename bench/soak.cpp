@@ -2,8 +2,7 @@
 
 #include "bench/census.h"
 #include "bench/soaksteps.h"
-#include "tour/session.h"
-#include "tour/simulatorprocess.h"
+#include "testkit/simulatorprocess.h"
 
 #include <QCoreApplication>
 #include <QPixmapCache>
@@ -42,6 +41,7 @@ bool Soak::run(qint64 milliseconds)
     // Each file dialog brings new icons to Qt's cache, which takes megabytes before it is full.
     QPixmapCache::setCacheLimit(0);
     tell(QStringLiteral("    time rounds  steps  frames") + headline());
+    console.window.show();
     clock.start();
     bool done = true;
     while (done && (clock.elapsed() < milliseconds || samples.size() < FewestRounds))
@@ -55,12 +55,10 @@ bool Soak::round()
     const QTemporaryDir folder;
     const QDir files(folder.path());
     {
-        const TourPorts ports{0, freePort(), freePort()};
         SimulatorProcess simulator;
-        if (!folder.isValid() || !simulator.start(ports.messages))
+        if (!folder.isValid() || !simulator.start())
             return fail(QStringLiteral("the round cannot begin"));
-        const TourPorts known{simulator.port(), ports.unused, ports.messages};
-        for (const Step &next : soakSteps(known, files, &frames)) {
+        for (const Step &next : soakSteps(simulator, files, &frames)) {
             if (!step(next, files.path()))
                 return false;
         }

@@ -4,7 +4,7 @@
 #include "bench/linewatch.h"
 #include "bench/measure.h"
 #include "bench/watchdog.h"
-#include "tour/console.h"
+#include "testkit/console.h"
 
 #include <QElapsedTimer>
 

@@ -1,7 +1,5 @@
 #include "bench/soaksteps.h"
 
-#include "tour/answers.h"
-
 namespace {
 
 constexpr int FramesToSee = 100;
@@ -66,7 +64,7 @@ Step connectInPreviewStep(FrameCounter *frames)
             [frames](Console &console) {
                 frames->mark();
                 console.click("showMixBtnClickAct");
-                answers::waitFor([frames] { return frames->sinceMark() >= FramesBeforeRefresh; });
+                drive::waitFor([frames] { return frames->sinceMark() >= FramesBeforeRefresh; });
                 console.click("clearWatchTextBtnClickAct");
                 console.click("openBtnClickAct");
                 console.click("showMixBtnClickAct");
@@ -88,7 +86,7 @@ void addListenerSteps(std::vector<Step> *steps)
          [](Console &console) { console.click("openWatchBtnClickAct"); },
          [](const Console &console) {
              return console.caption("openWatchBtnClickAct") == QLatin1String("Start Listening") &&
-                    console.watchLines().last() == QLatin1String("The connection is abandoned.");
+                    console.watchLines().endsWith(QStringLiteral("The connection is abandoned."));
          }});
     steps->push_back({QStringLiteral("listener-on"),
                       [](Console &console) {
@@ -107,10 +105,10 @@ Step unusedDialogsStep()
                       "remoteEnrollBtnClickAct", "importFeatureBtnClickAct", "devCfgAct",
                       "sysCfgBtnClickAct", "recordBtnClickAct", "qrcodeBtnClickAct",
                       "rebootBtnClickAct"})
-                    console.click(button, {answers::cancel()});
+                    console.click(button, {answer::close()});
                 console.click("manuCfgBtnClickAct",
-                              {answers::text(QStringLiteral("qrabel274")), answers::cancel()});
-                console.openUserConfig({answers::cancel()});
+                              {answer::text(QStringLiteral("qrabel274")), answer::close()});
+                console.openUserConfig({answer::close()});
             },
             [](const Console &console) { return console.newInfoLines().isEmpty(); }};
 }
@@ -124,16 +122,16 @@ Step clearLogsStep()
                 console.click("clearWatchTextBtnClickAct");
             },
             [](const Console &console) {
-                return console.infoLines() == QStringList(QString()) &&
-                       console.watchLines() == QStringList(QString());
+                return console.infoLines().isEmpty() && console.watchLines().isEmpty();
             }};
 }
 
 } // namespace
 
-std::vector<Step> soakSteps(const TourPorts &ports, const QDir &folder, FrameCounter *frames)
+std::vector<Step> soakSteps(const SimulatorProcess &simulator, const QDir &folder,
+                            FrameCounter *frames)
 {
-    std::vector<Step> steps = tourSteps(ports, folder);
+    std::vector<Step> steps = sessionSteps(simulator, folder);
     const Step disconnect = steps.back();
     steps.pop_back();
 

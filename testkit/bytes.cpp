@@ -1,5 +1,7 @@
 #include "testkit/bytes.h"
 
+#include <QFile>
+
 QByteArray hex(const char *digits)
 {
     return QByteArray::fromHex(digits);
@@ -19,4 +21,10 @@ QList<QByteArray> bytewise(const QByteArray &bytes)
     for (const char byte : bytes)
         pieces.append(QByteArray(1, byte));
     return pieces;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
 }

@@ -2,10 +2,14 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QString>
 
-/// Bytes written as hexadecimal digits; blanks between them only group.
+/// Parses hexadecimal digits; blanks between them are ignored.
 QByteArray hex(const char *digits);
-/// A packet's head that declares `following` bytes behind it.
+/// Returns the first five bytes of a packet whose length field is `following`.
 QByteArray head(int following);
-/// Every byte as a piece of its own.
+/// Splits the bytes into pieces of one byte.
 QList<QByteArray> bytewise(const QByteArray &bytes);
+
+/// Returns the content of a file, or "no file" if it cannot be read.
+QByteArray contentOf(const QString &path);

@@ -3,7 +3,7 @@
 #include "config/outputcfgdlg.h"
 #include "config/usercfgdlg.h"
 #include "config/vendorcfgdlg.h"
-#include "dialogrig.h"
+#include "testkit/dialogrig.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -40,10 +40,7 @@ struct ConfigRig : DialogRig
     QString press(const QString &caption)
     {
         log.clear();
-        for (QPushButton *button : dialog->findChildren<QPushButton *>()) {
-            if (button->text() == caption)
-                button->click();
-        }
+        drive::clickCaption(dialog.get(), caption);
         return lines().join('|');
     }
     QString get(const char *button, const QByteArray &document, char status = 0)

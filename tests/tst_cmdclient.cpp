@@ -1,4 +1,4 @@
-#include "linkrig.h"
+#include "testkit/dialogrig.h"
 
 #include <QNetworkProxy>
 #include <QTcpSocket>

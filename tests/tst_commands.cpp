@@ -1,5 +1,5 @@
-#include "linkrig.h"
 #include "testkit/commandcases.h"
+#include "testkit/dialogrig.h"
 #include "testkit/replayclient.h"
 
 #include <QtTest>

@@ -1,7 +1,7 @@
 #include "app/appearance.h"
-#include "boxuser.h"
-#include "data/dottedquad.h"
 #include "configrig.h"
+#include "data/dottedquad.h"
+#include "testkit/modaldriver.h"
 
 #include <QGroupBox>
 #include <QInputDialog>
@@ -330,9 +330,9 @@ void TestConfig::looksAfterTheDevice()
             record += char(part.toInt());
         rig.peer.serve(hex("EAC5 000007 07") + record, answer);
     }
-    std::unique_ptr<BoxUser> user;
+    std::unique_ptr<ModalDriver> user;
     if (button == "corr TOF bias")
-        user = std::make_unique<BoxUser>([&](QWidget *widget) {
+        user = std::make_unique<ModalDriver>([&](QWidget *widget) {
             const auto *box = qobject_cast<QInputDialog *>(widget);
             QVERIFY(box);
             QCOMPARE(box->windowTitle() + box->labelText(),
@@ -343,7 +343,7 @@ void TestConfig::looksAfterTheDevice()
             QCOMPARE(numbers, QList<int>({1, -100, 200, 1}));
             number->selectAll();
             QTest::keyClicks(number, typed);
-            BoxUser::press(typed.isEmpty() ? "Cancel" : "OK")(widget);
+            answer::click(typed.isEmpty() ? "Cancel" : "OK")(widget);
         });
     QTEST(rig.press(button), "lines");
     QCOMPARE(rig.peer.servedCount(), button == "sync RTC time" ? 1 : 0);

@@ -1,7 +1,7 @@
 #include "app/appearance.h"
-#include "boxuser.h"
 #include "configrig.h"
 #include "simulator/terminal.h"
+#include "testkit/modaldriver.h"
 
 #include <QFileDialog>
 
@@ -78,14 +78,13 @@ void TestConfigFiles::exportsAndImports()
     QVERIFY(file.open(QIODevice::ReadOnly));
     QVERIFY(file.readAll() == content);
 
-    const BoxUser user([&](QWidget *box) {
+    const ModalDriver driver([&](QWidget *box) {
         const auto *files = qobject_cast<QFileDialog *>(box);
         QVERIFY(files);
         QCOMPARE(files->windowTitle(), QString("select fw"));
         QCOMPARE(files->directory().path(), QCoreApplication::applicationDirPath());
         QCOMPARE(files->nameFilters(), QStringList("*.cfg"));
-        if (obstacle != "cancelled")
-            BoxUser::choose(rig.path)(box);
+        (obstacle == "cancelled" ? answer::close() : answer::file(rig.path))(box);
         if (obstacle == "gone" || obstacle == "pipe")
             QVERIFY(file.remove());
         if (obstacle == "pipe") // without a writer
@@ -112,7 +111,7 @@ void TestConfigFiles::keepsTheTerminalsDocument()
         QVERIFY2(exported.startsWith("File loaded：" + size + '|'), qPrintable(exported));
         QCOMPARE(rig.press("Load"), QString(rig.words[Loaded]).arg(size));
 
-        const BoxUser user(BoxUser::choose(rig.path));
+        const ModalDriver driver(answer::file(rig.path));
         const Json::Value before = *ofDialog[dialog];
         for (const char *button : {"Set", "Import"}) {
             spoil(ofDialog[dialog]);

@@ -1,10 +1,10 @@
 #include "app/appearance.h"
 #include "app/language.h"
-#include "boxuser.h"
-#include "dialogrig.h"
 #include "dialogs/adduserdlg.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "dialogs/setsysinfodlg.h"
+#include "testkit/dialogrig.h"
+#include "testkit/modaldriver.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -52,12 +52,6 @@ QByteArray frame(int index, int camera)
                  QByteArray(2, static_cast<char>(camera)) +
                  QByteArray(1, static_cast<char>(row / 256));
     return bytes;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
 }
 
 } // namespace
@@ -322,16 +316,16 @@ void TestDialogs::offersNoUpgradeYet()
     const auto *path = rig.find<QLineEdit>("firmwareEdit");
     QVERIFY(path->isReadOnly());
     const QString file = QCoreApplication::applicationFilePath();
-    BoxUser user([&](QWidget *box) {
+    ModalDriver driver([&](QWidget *box) {
         const auto *files = qobject_cast<QFileDialog *>(box);
         QVERIFY(files);
         QCOMPARE(files->windowTitle(), QString("select fw"));
         QCOMPARE(files->directory().path(), QCoreApplication::applicationDirPath());
-        BoxUser::choose(file)(box);
+        answer::file(file)(box);
     });
     rig.click("selectOtaFileBtnClickAct");
     QCOMPARE(path->text(), file);
-    user.then([](QWidget *box) { box->close(); });
+    driver.then(answer::close());
     rig.click("selectOtaFileBtnClickAct");
     QCOMPARE(path->text(), file);
     rig.click("otaBtnClickAct");

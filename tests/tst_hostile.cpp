@@ -1,10 +1,10 @@
 #include "config/outputcfgdlg.h"
 #include "config/usercfgdlg.h"
 #include "config/vendorcfgdlg.h"
-#include "dialogrig.h"
 #include "dialogs/accessrecorddlg.h"
 #include "dialogs/qrcodedialog.h"
-#include "windowrig.h"
+#include "testkit/dialogrig.h"
+#include "testkit/windowrig.h"
 
 #include <QtTest>
 
@@ -116,7 +116,7 @@ struct Rig
         peer->expect({hex("EAC5 000001") + hex(receiver.code),
                       {head(document.size() + 1) + '\0' + document}});
         log->clear();
-        window->findChild<QPushButton *>(receiver.button)->click();
+        drive::click(window, receiver.button);
         return log->toPlainText().replace('\n', '|');
     }
     /// What the controls hold, by their names.

@@ -1,6 +1,8 @@
 #include "app/finddialog.h"
 #include "app/logview.h"
-#include "boxuser.h"
+#include "testkit/bytes.h"
+#include "testkit/drive.h"
+#include "testkit/modaldriver.h"
 #include "widgets/textlog.h"
 
 #include <QApplication>
@@ -39,12 +41,6 @@ QAction *action(const LogView &log, const QString &text)
             return candidate;
     }
     return nullptr;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
 }
 
 } // namespace
@@ -116,7 +112,7 @@ void TestLogView::finds()
     dialog->findChild<QLineEdit *>("findEdit")->setText(text);
     dialog->findChild<QCheckBox *>()->setChecked(matchCase);
     for (const int line : lines) {
-        dialog->findChild<QPushButton *>(QLatin1String(button))->click();
+        drive::click(dialog, button);
         const bool found = log.textCursor().hasSelection();
         QCOMPARE(found ? log.textCursor().blockNumber() : -1, line);
         QCOMPARE(dialog->findChild<QLabel *>("findResultLabel")->text(),
@@ -151,11 +147,10 @@ void TestLogView::findsWhatArrivesMeanwhile()
     auto *dialog = window.findChild<FindDialog *>();
     QVERIFY(dialog->isEnabled());
     dialog->findChild<QLineEdit *>("findEdit")->setText("palm");
-    auto *next = dialog->findChild<QPushButton *>("findNextBtnClickAct");
-    next->click();
+    drive::click(dialog, "findNextBtnClickAct");
     textlog::append(log, "palm 2");
     QCOMPARE(log->textCursor().selectedText(), QString("palm"));
-    next->click();
+    drive::click(dialog, "findNextBtnClickAct");
     QCOMPARE(log->textCursor().blockNumber(), 1);
 }
 
@@ -165,7 +160,7 @@ void TestLogView::savesWithTimes()
     const QString path = folder.filePath("日志.txt");
     LogView log;
     textlog::append(&log, "掌纹：1" + QString("\n2").repeated(1001));
-    const BoxUser user(BoxUser::choose(path));
+    const ModalDriver driver(answer::file(path));
     action(log, "Save As…")->trigger();
     const QString saved = QString::fromUtf8(contentOf(path));
     const QString time("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3}  ");
@@ -180,14 +175,14 @@ void TestLogView::tellsWhatCouldNotBeSaved()
     LogView log;
     textlog::append(&log, "line");
     {
-        const BoxUser user(BoxUser::press("Cancel"));
+        const ModalDriver driver(answer::click("Cancel"));
         action(log, "Save As…")->trigger();
     }
     QCOMPARE(log.toPlainText(), QString("line"));
     const QString path = folder.filePath("gone") + "/log.txt";
-    const BoxUser user([&](QWidget *box) {
+    const ModalDriver driver([&](QWidget *box) {
         QDir(folder.path()).mkdir("gone");
-        BoxUser::choose(path)(box);
+        answer::file(path)(box);
         QDir(folder.filePath("gone")).removeRecursively();
     });
     action(log, "Save As…")->trigger();

@@ -1,8 +1,8 @@
-#include "boxuser.h"
+#include "testkit/modaldriver.h"
+#include "testkit/windowrig.h"
 #include "version.h"
 #include "widgets/controls.h"
 #include "widgets/elidingcombobox.h"
-#include "windowrig.h"
 
 #include <QAbstractItemView>
 #include <QGroupBox>
@@ -108,7 +108,10 @@ void TestMainWindow::tellsItsVersion()
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     QString text;
-    const BoxUser user([&](QWidget *box) { text = qobject_cast<QMessageBox *>(box)->text(); });
+    const ModalDriver driver([&](QWidget *box) {
+        text = qobject_cast<QMessageBox *>(box)->text();
+        box->close();
+    });
     QTest::keyClick(&window, Qt::Key_F1);
     QVERIFY2(text.startsWith("Quirel " QUIREL_VERSION "\n"), qPrintable(text));
 }

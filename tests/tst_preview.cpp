@@ -1,5 +1,5 @@
 #include "app/shownframe.h"
-#include "windowrig.h"
+#include "testkit/windowrig.h"
 
 #include <QLabel>
 #include <QMouseEvent>

@@ -1,6 +1,6 @@
-#include "boxuser.h"
-#include "dialogrig.h"
 #include "dialogs/qrcodedialog.h"
+#include "testkit/dialogrig.h"
+#include "testkit/modaldriver.h"
 
 #include <QDateTimeEdit>
 #include <QGridLayout>
@@ -262,7 +262,7 @@ void TestQrCodes::deletes()
     QrRig rig;
     if (!request.isEmpty())
         rig.peer.expect({request, {answer}});
-    const BoxUser user([&](QWidget *box) {
+    const ModalDriver driver([&](QWidget *box) {
         auto *input = qobject_cast<QInputDialog *>(box);
         QVERIFY(input);
         QCOMPARE(input->windowTitle(), QString("del QR"));
@@ -279,11 +279,11 @@ void TestQrCodes::clears()
 {
     QrRig rig;
     const auto press = [&rig](const char *answer) {
-        const BoxUser user([answer](QWidget *box) {
+        const ModalDriver driver([answer](QWidget *box) {
             QCOMPARE(box->windowTitle(), QString("warn"));
             QCOMPARE(qobject_cast<QMessageBox *>(box)->text(),
                      QString("sure to clear QR code data?"));
-            BoxUser::press(answer)(box);
+            answer::click(answer)(box);
         });
         rig.click("clear_btn");
     };

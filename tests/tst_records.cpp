@@ -1,9 +1,10 @@
-#include "dialogrig.h"
 #include "dialogs/accessrecorddlg.h"
 #include "simulator/faultspec.h"
 #include "simulator/terminal.h"
+#include "testkit/dialogrig.h"
 
 #include <QDateEdit>
+#include <QPushButton>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(ScriptedPeer::Exchange)
@@ -82,12 +83,6 @@ QString exportPath()
 {
     return QCoreApplication::applicationDirPath() +
            QString("/record_%1_%2.txt").arg(Month.year()).arg(Month.month());
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
 }
 
 void write(const QString &path, const QByteArray &content)

@@ -1,10 +1,9 @@
 #include "app/language.h"
-#include "boxuser.h"
 #include "data/wholefile.h"
-#include "windowrig.h"
+#include "testkit/modaldriver.h"
+#include "testkit/windowrig.h"
 
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QtTest>
 
 #include <filesystem>
@@ -38,10 +37,10 @@ private:
 
 namespace {
 
-struct Console : WindowRig
+struct PreviewedWindow : WindowRig
 {
-    /// Runs the preview of this button, if any, until a picture has come.
-    explicit Console(const QByteArray &preview)
+    /// Runs the preview of this button, if it has one, until a picture is shown.
+    explicit PreviewedWindow(const QByteArray &preview)
     {
         servePictures();
         connectToPeer();
@@ -80,12 +79,6 @@ private:
 #endif
 };
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : "no file";
-}
-
 } // namespace
 
 void TestSaving::savesPng_data()
@@ -119,7 +112,7 @@ void TestSaving::savesPng()
     QFETCH(QString, outcome);
     QFETCH(bool, written);
 
-    const Console console(preview);
+    const PreviewedWindow console(preview);
     const auto now = [] {
         return QLocale::c().toString(QDateTime::currentDateTime(), "yyMMddHHmmss");
     };
@@ -174,23 +167,23 @@ void TestSaving::savesRaw()
     QFETCH(QString, caption);
     QFETCH(QByteArray, content);
 
-    const Console console("showMixBtnClickAct");
+    const PreviewedWindow console("showMixBtnClickAct");
     const QString path = pictures().filePath("Hände 手掌 \U0001F590 %1");
-    BoxUser user([&](QWidget *box) {
+    ModalDriver driver([&](QWidget *box) {
         const auto *files = qobject_cast<QFileDialog *>(box);
         QVERIFY(files);
         QCOMPARE(files->windowTitle(), caption);
         QCOMPARE(files->directory().path(), pictures().path());
         QCOMPARE(files->nameFilters(), QStringList("Text files (*.bin)"));
         QCOMPARE(files->acceptMode(), QFileDialog::AcceptSave);
-        BoxUser::choose(path)(box);
+        answer::file(path)(box);
     });
     console.click(button);
     QCOMPARE(console.lines("infoText"), QStringList("Image saved：" + path));
     QVERIFY(contentOf(path) == content);
     QVERIFY(std::filesystem::exists(std::filesystem::u8path(path.toStdString())));
 
-    user.then([](QWidget *box) { box->close(); });
+    driver.then(answer::close());
     console.click(button);
     QCOMPARE(console.lines("infoText").value(1), QString("Fail to save the image."));
 }
@@ -198,14 +191,13 @@ void TestSaving::savesRaw()
 // A preview may go on behind the box.
 void TestSaving::savesTheFrameOfTheMoment()
 {
-    const Console console("");
+    const PreviewedWindow console("");
     const QString path = pictures().filePath("palm");
-    const BoxUser user([&](QWidget *box) {
+    const ModalDriver driver([&](QWidget *box) {
         console.click("showRgbBtnClickAct");
         QTRY_VERIFY(console.peer.servedCount() >= 2);
         console.click("showRgbBtnClickAct");
-        box->findChild<QLineEdit *>("fileNameEdit")->setText(path);
-        static_cast<QDialog *>(qobject_cast<QFileDialog *>(box))->accept();
+        answer::file(path)(box);
     });
     console.click("saveRgbRawBtnClickAct");
     QCOMPARE(console.lines("infoText"), QStringList("Image saved：" + path));

@@ -1,7 +1,7 @@
 #include "app/appearance.h"
-#include "boxuser.h"
-#include "windowrig.h"
-#include "windowwalk.h"
+#include "testkit/modaldriver.h"
+#include "testkit/windowrig.h"
+#include "testkit/windowwalk.h"
 
 #include <QIcon>
 #include <QLabel>
@@ -82,7 +82,7 @@ void TestScreens::opensDialogsBesideTheLogs()
     QVERIFY(QTest::qWaitForWindowActive(&rig.window));
     QMetaObject::invokeMethod(&rig.window, "enableConnAct");
     for (const char *button : {"devCfgAct", "sysCfgBtnClickAct", "delUserBtnClickAct"}) {
-        const BoxUser user([&](QWidget *dialog) {
+        const ModalDriver driver([&](QWidget *dialog) {
             const QRect place = dialog->frameGeometry();
             QVERIFY2(dialog->screen()->availableGeometry().contains(place), button);
             for (const char *name : {"infoText", "watchText"}) {
@@ -90,6 +90,7 @@ void TestScreens::opensDialogsBesideTheLogs()
                 const QPoint corner = log->mapToGlobal({});
                 QVERIFY2(!log->visibleRegion().translated(corner).intersects(place), button);
             }
+            dialog->close();
         });
         rig.click(button);
     }

@@ -1,6 +1,6 @@
-#include "boxuser.h"
 #include "data/wholefile.h"
-#include "windowrig.h"
+#include "testkit/modaldriver.h"
+#include "testkit/windowrig.h"
 
 #include <QComboBox>
 #include <QFileDialog>
@@ -127,7 +127,7 @@ void TestUserOperations::asksForTheUser()
     rig.find<QSpinBox>("idSpinBox")->setValue(99); // of no effect here
     if (!request.isEmpty())
         rig.peer.expect({request, {hex(Ok)}});
-    const BoxUser user([&](QWidget *widget) {
+    const ModalDriver driver([&](QWidget *widget) {
         auto *box = qobject_cast<QInputDialog *>(widget);
         QVERIFY(box);
         QCOMPARE(box->windowTitle(), QString("User ID"));
@@ -209,15 +209,14 @@ void TestUserOperations::importsFeatures()
     rig.find<QSpinBox>("idSpinBox")->setValue(258);
     if (size == 10240)
         rig.peer.expect({hex("EAC5 002806 2A 00 00000102") + features, {hex(Ok)}});
-    const BoxUser user([&](QWidget *box) {
+    const ModalDriver driver([&](QWidget *box) {
         const auto *files = qobject_cast<QFileDialog *>(box);
         QVERIFY(files);
         QCOMPARE(files->windowTitle(), QString("Select feature file"));
         QCOMPARE(files->directory().path(), remote);
         QCOMPARE(files->nameFilters(), QStringList("*.bin"));
         QCOMPARE(files->acceptMode(), QFileDialog::AcceptOpen);
-        if (size >= 0)
-            BoxUser::choose(path)(box);
+        (size >= 0 ? answer::file(path) : answer::close())(box);
     });
     rig.click("importFeatureBtnClickAct");
     QTEST(rig.lines("infoText"), "lines");
@@ -237,14 +236,14 @@ void TestUserOperations::reboots()
     rig.connectToPeer();
     if (!lines.isEmpty())
         rig.peer.expect({hex("EAC5 000001 EF"), {hex(Ok)}});
-    const BoxUser user([&](QWidget *widget) {
+    const ModalDriver driver([&](QWidget *widget) {
         const auto *box = qobject_cast<QMessageBox *>(widget);
         QVERIFY(box);
         QCOMPARE(box->windowTitle(), QString("warning"));
         QCOMPARE(box->text(), QString("Sure to reboot the system?"));
         QCOMPARE(box->icon(), QMessageBox::Warning);
         QCOMPARE(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
-        BoxUser::press(QTest::currentDataTag())(widget);
+        answer::click(QTest::currentDataTag())(widget);
     });
     rig.click("rebootBtnClickAct");
     QCOMPARE(rig.lines("infoText"), lines);
@@ -268,18 +267,19 @@ void TestUserOperations::asksForTheKey()
 
     WindowRig rig;
     rig.connectToPeer();
-    BoxUser user([&](QWidget *widget) {
+    ModalDriver driver([&](QWidget *widget) {
         const auto *box = qobject_cast<QInputDialog *>(widget);
         QVERIFY(box);
         QCOMPARE(box->windowTitle(), QString("Vendor secret key"));
         QCOMPARE(box->labelText(), QString("secret key"));
         QTest::keyClicks(widget->findChild<QLineEdit *>(), typed);
-        BoxUser::press(button)(widget);
+        answer::click(button)(widget);
     });
     if (lines.isEmpty()) {
-        user.then([](QWidget *box) {
+        driver.then([](QWidget *box) {
             QCOMPARE(box->metaObject()->className(), "setSysInfoDlg");
             QVERIFY(!box->parentWidget());
+            box->close();
         });
     }
     rig.click("manuCfgBtnClickAct");

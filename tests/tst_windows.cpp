@@ -1,16 +1,17 @@
 #include "app/appearance.h"
 #include "app/imglabel.h"
 #include "app/language.h"
+#include "testkit/windowrig.h"
+#include "testkit/windowwalk.h"
 #include "widgets/elidingcombobox.h"
 #include "widgets/screenfit.h"
-#include "windowrig.h"
-#include "windowwalk.h"
 
 #include <QAccessible>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QSpinBox>
 #include <QStyleFactory>

@@ -1,13 +1,14 @@
-/// Drives the real window through a whole session with a simulated terminal, off-screen unless a
-/// platform is chosen. Leaves a picture of each step and the logs; fails if a step does.
-/// As `tour --probe` it only finds out whether there is a display, and fails if there is none.
+/// Drives the real window through a whole session with a simulated terminal, off-screen unless
+/// QT_QPA_PLATFORM names a platform. Saves a picture of each step and the logs; fails if a step
+/// fails. `tour --probe` only checks for a display, and fails if there is none.
 
 #include "app/appearance.h"
 #include "app/language.h"
 #include "data/wholefile.h"
-#include "tour/session.h"
-#include "tour/simulatorprocess.h"
-#include "tour/steps.h"
+#include "testkit/drive.h"
+#include "testkit/simulatorprocess.h"
+#include "testkit/steps.h"
+#include "tour/sourcetexts.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -19,15 +20,15 @@ namespace {
 
 constexpr int StepTimeout = 10000; // ms
 
-/// In place of Qt's way to end, which leaves a core file.
+/// Ends the program without the core file that Qt's own handler would leave.
 void endOnFatal(QtMsgType type, const QMessageLogContext & /*context*/, const QString & /*text*/)
 {
     if (type == QtFatalMsg)
         std::_Exit(1);
 }
 
-/// Pictures of an earlier tour may be of steps that are gone, and a file dialog would ask whether
-/// to replace what was saved then.
+/// Removes the files of an earlier tour: pictures of steps that no longer exist, and files that
+/// would make a file dialog ask whether to replace them.
 void removeLeftovers(const QDir &output)
 {
     const QStringList files = output.entryList(
@@ -42,19 +43,21 @@ int takeTour(const QDir &output, const QString &language)
 {
     const QStringList picturesBefore = savedPictures();
     removeLeftovers(output);
-    const TourPorts ports{0, freePort(), freePort()};
     SimulatorProcess simulator;
-    if (!simulator.start(ports.messages))
+    if (!simulator.start())
         return 1;
 
-    Console console;
-    if (!language.isEmpty() && !console.setLanguage(language)) {
+    SourceTexts texts;
+    if (!language.isEmpty() && !texts.load(language)) {
         QTextStream(stderr) << "There are no texts in " << language << '\n';
         return 1;
     }
+    Console console;
+    console.setSourceTexts([&texts](const QString &shown) { return texts.sourcesOf(shown); });
+    console.window.show();
     int failed = 0;
     int number = 0;
-    for (const Step &step : tourSteps({simulator.port(), ports.unused, ports.messages}, output)) {
+    for (const Step &step : sessionSteps(simulator, output)) {
         const QString picture =
             QStringLiteral("%1-%2").arg(++number, 2, 10, QLatin1Char('0')).arg(step.name);
         const bool done = perform(step, &console, output.filePath(picture), StepTimeout);
@@ -81,7 +84,7 @@ int main(int argc, char *argv[])
         const QApplication application(argc, argv);
         return 0;
     }
-    stayOffScreen();
+    drive::stayOffScreen();
     prepareScaling();
     QApplication application(argc, argv);
     prepareAppearance();
@@ -90,7 +93,8 @@ int main(int argc, char *argv[])
                                           QStringLiteral("Folder for pictures and log."),
                                           QStringLiteral("folder"), QStringLiteral("build/tour"));
     const QCommandLineOption languageOption(
-        QStringLiteral("language"), QStringLiteral("Of the console, as zh_CN; English without."),
+        QStringLiteral("language"),
+        QStringLiteral("Language of the console, such as zh_CN (default: English)."),
         QStringLiteral("language"));
     QCommandLineParser parser;
     parser.addHelpOption();

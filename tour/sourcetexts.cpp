@@ -5,15 +5,8 @@
 
 #include <algorithm>
 
-// The macro wants the global namespace.
-static void initResources()
-{
-    Q_INIT_RESOURCE(translations);
-}
-
 bool SourceTexts::load(const QString &language)
 {
-    initResources();
     QFile file(QStringLiteral(":/translations/quirel_%1.ts").arg(language));
     if (!file.open(QIODevice::ReadOnly))
         return false;
@@ -63,7 +56,8 @@ QStringList SourceTexts::sourcesOf(const QString &shown) const
     return known.value(shown);
 }
 
-/// With the sources of what stands for the placeholders, which may be texts themselves.
+/// Fills the source's placeholders with the shown values, or with their sources if those are texts
+/// themselves.
 QStringList SourceTexts::filledIn(const QString &shown) const
 {
     QStringList sources;

@@ -5,22 +5,22 @@
 
 #include <vector>
 
-/// Finds out what a text that the console shows in another language is in the language of the code,
-/// in which the tour's steps are told.
+/// Translates texts that the console shows in another language back to the language of the source
+/// code, in which the steps are written.
 class SourceTexts
 {
 public:
-    /// Knows the texts of one language besides, as "zh_CN". False if there are none.
+    /// Loads the translations of a language such as "zh_CN". Returns false if there are none.
     bool load(const QString &language);
 
-    /// More than one where texts are spelt differently in the code only; the text itself where it
-    /// is none of those.
+    /// Returns the sources of a shown text: several if source texts share a translation, the text
+    /// itself if it is no translation.
     QStringList sourcesOf(const QString &shown) const;
 
 private:
     struct Form
     {
-        QRegularExpression shown; ///< as a whole; captures what stands for the placeholders
+        QRegularExpression shown; ///< matches the whole text and captures the placeholders' values
         QStringList order;        ///< of the placeholders in the translation
         QString source;
     };
@@ -29,6 +29,6 @@ private:
     QStringList filledIn(const QString &shown) const;
 
     QMultiHash<QString, QString> plain;
-    std::vector<Form> forms; ///< the longest first
+    std::vector<Form> forms; ///< the longest pattern first
     mutable QHash<QString, QStringList> known;
 };

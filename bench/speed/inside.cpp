@@ -3,7 +3,9 @@
 
 #include "app/documentlines.h"
 #include "dialogs/qrcodedialog.h"
-#include "fuzz/harness.h"
+#include "testkit/bytes.h"
+#include "testkit/drive.h"
+#include "testkit/replayclient.h"
 #include "widgets/textlog.h"
 
 #include <QApplication>
@@ -95,11 +97,11 @@ void showCodes(benchmark::State &state)
 {
     const std::unique_ptr<QTextEdit> log(shownLog());
     ReplayClient client(log.get());
-    client.setReply(
-        harness::reply(reinterpret_cast<const uint8_t *>(qrList().data()), qrList().size()));
+    const QByteArray list = QByteArray::fromStdString(qrList());
+    client.setReply(head(list.size() + 1) + '\0' + list);
     QRCodeDialog dialog(&client, log.get(), nullptr);
     while (state.KeepRunning()) {
-        harness::click(dialog, "readBtn");
+        drive::click(&dialog, "readBtn");
         state.PauseTiming();
         log->clear();
         QCoreApplication::processEvents();
@@ -132,7 +134,9 @@ BENCHMARK(appendLine)->Arg(0)->Arg(LogLines)->Iterations(500)->Unit(benchmark::k
 
 int main(int argc, char *argv[])
 {
-    harness::prepareApplication();
+    drive::stayOffScreen();
+    qputenv("QT_LOGGING_RULES", "default.debug=false");
+    const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

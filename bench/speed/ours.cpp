@@ -2,19 +2,17 @@
 /// painted. Each line of the output is a name and a number.
 
 #include "app/appearance.h"
-#include "app/mainwindow.h"
 #include "bench/framecounter.h"
 #include "bench/measure.h"
 #include "dialogs/accessrecorddlg.h"
 #include "link/cmdclient.h"
+#include "testkit/console.h"
 #include "widgets/textlog.h"
-#include "tour/session.h"
 
 #include <QApplication>
 #include <QDateEdit>
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTextEdit>
 #include <QTextStream>
@@ -70,29 +68,23 @@ void roundTrips(quint16 port, int count)
     tell("us", static_cast<double>(times[static_cast<size_t>(count) / 2]) / 1000);
 }
 
-QPushButton *button(const MainWindow &window, const char *name)
+void connectWindow(Console *console, quint16 port)
 {
-    return window.findChild<QPushButton *>(QLatin1String(name));
-}
-
-void connectWindow(MainWindow *window, quint16 port)
-{
-    window->findChild<QLineEdit *>(QStringLiteral("hostEdit"))
-        ->setText(QStringLiteral("127.0.0.1"));
-    window->findChild<QSpinBox *>(QStringLiteral("portSpinBox"))->setValue(port);
-    window->findChild<QLineEdit *>(QStringLiteral("watchPortEdit"))->setText(QStringLiteral("0"));
-    window->show();
-    button(*window, "openBtnClickAct")->click();
+    console->find<QLineEdit>("hostEdit")->setText(QStringLiteral("127.0.0.1"));
+    console->find<QSpinBox>("portSpinBox")->setValue(port);
+    console->find<QLineEdit>("watchPortEdit")->setText(QStringLiteral("0"));
+    console->window.show();
+    console->click("openBtnClickAct");
     QTest::qWait(Settle);
 }
 
 void frames(quint16 port, int code, double seconds)
 {
-    MainWindow window;
+    Console console;
     FrameCounter counter;
-    connectWindow(&window, port);
+    connectWindow(&console, port);
     const char *const buttons[] = {"showRgbBtnClickAct", "showIrBtnClickAct", "showMixBtnClickAct"};
-    button(window, buttons[code - 1])->click();
+    console.click(buttons[code - 1]);
     QTest::qWait(Settle);
     const int before = counter.total();
     const double processorBefore = processorMicroseconds();
@@ -107,19 +99,19 @@ void frames(quint16 port, int code, double seconds)
     tell("frames", shown);
     tell("fps", shown / taken);
     tell("processor_us", (processorMicroseconds() - processorBefore) / shown);
-    button(window, buttons[code - 1])->click();
+    console.click(buttons[code - 1]);
 }
 
 /// One frame after another, without the pause between two.
 void memory(quint16 port, int minutes, int framesAMinute)
 {
-    MainWindow window;
+    Console console;
     FrameCounter counter;
-    connectWindow(&window, port);
-    button(window, "showRgbBtnClickAct")->click();
+    connectWindow(&console, port);
+    console.click("showRgbBtnClickAct");
     const auto showUntil = [&](int frames) {
         while (counter.total() < frames) {
-            QMetaObject::invokeMethod(&window, "update_task");
+            QMetaObject::invokeMethod(&console.window, "update_task");
             QCoreApplication::processEvents();
         }
         return static_cast<double>(residentKiB());
@@ -133,12 +125,12 @@ void exportMonth(quint16 port, int year, int month)
 {
     Link link(port);
     AccessRecordDlg dialog(&link.client, &link.log, nullptr);
-    dialog.findChild<QDateEdit *>(QStringLiteral("dateEdit"))->setDate(QDate(year, month, 1));
+    drive::find<QDateEdit>(&dialog, "dateEdit")->setDate(QDate(year, month, 1));
     dialog.show();
     QTest::qWait(Settle);
     QElapsedTimer timer;
     timer.start();
-    dialog.findChild<QPushButton *>(QStringLiteral("exportRecordBtnClickAct"))->click();
+    drive::click(&dialog, "exportRecordBtnClickAct");
     tell("seconds", static_cast<double>(timer.nsecsElapsed()) / 1e9);
     const QString path = link.log.toPlainText().section(QStringLiteral(" saved to "), 1).trimmed();
     tell("bytes", static_cast<double>(QFile(path).size()));
@@ -149,7 +141,7 @@ void exportMonth(quint16 port, int year, int month)
 
 int main(int argc, char *argv[])
 {
-    stayOffScreen();
+    drive::stayOffScreen();
     qputenv("QT_LOGGING_RULES", "default.debug=false");
     QApplication application(argc, argv);
     prepareAppearance();

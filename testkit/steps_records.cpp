@@ -1,18 +1,17 @@
-#include "tour/answers.h"
-#include "tour/steps.h"
+#include "testkit/steps.h"
 
 #include <QDateTimeEdit>
 #include <QLocale>
 
 namespace {
 
-/// Lists the files, shows the latest records, exports the month to the tour's folder.
+/// Lists the files, shows the latest records and exports the month to the folder.
 Answer useRecords(const QDir &folder)
 {
     return [&folder](QWidget *dialog) {
-        answers::click(dialog, "getRecordFilesBtnClickAct");
-        answers::click(dialog, "readRecordBtnClickAct");
-        answers::clickExport(
+        drive::click(dialog, "getRecordFilesBtnClickAct");
+        drive::click(dialog, "readRecordBtnClickAct");
+        clickExport(
             dialog, "exportRecordBtnClickAct",
             QLocale::c().toString(QDate::currentDate(), QStringLiteral("'record_'yyyy_M'.txt'")),
             folder.absoluteFilePath(QStringLiteral("tour-records.txt")));
@@ -23,26 +22,26 @@ Answer useRecords(const QDir &folder)
 Answer removeRecords()
 {
     return [](QWidget *dialog) {
-        answers::click(dialog, "delRecordBtnClickAct");
-        answers::click(dialog, "clearRecordBtnClickAct");
+        drive::click(dialog, "delRecordBtnClickAct");
+        drive::click(dialog, "clearRecordBtnClickAct");
         dialog->close();
     };
 }
 
-/// One that is refused, one that is added; the list; removed by its note.
+/// Adds a code that is refused and one that is accepted, lists the codes and deletes them.
 Answer useQrCodes()
 {
     return [](QWidget *dialog) {
-        answers::type(dialog, "qr_note_line", QStringLiteral("visitor 7"));
-        answers::type(dialog, "qr_data_line", QStringLiteral("https://visit.example/7"));
-        answers::click(dialog, "add_btn");
+        drive::type(dialog, "qr_note_line", QStringLiteral("visitor 7"));
+        drive::type(dialog, "qr_data_line", QStringLiteral("https://visit.example/7"));
+        drive::click(dialog, "add_btn");
         dialog->findChild<QDateTimeEdit *>(QStringLiteral("end_time_edit"))
             ->setDateTime(QDateTime(QDate(2030, 12, 31), QTime(23, 59, 59)));
-        answers::click(dialog, "add_btn");
-        answers::click(dialog, "readBtn");
-        answers::click(dialog, "del_by_note_btn");
-        answers::click(dialog, "del_by_data_btn");
-        answers::click(dialog, "clear_btn");
+        drive::click(dialog, "add_btn");
+        drive::click(dialog, "readBtn");
+        drive::click(dialog, "del_by_note_btn");
+        drive::click(dialog, "del_by_data_btn");
+        drive::click(dialog, "clear_btn");
         dialog->close();
     };
 }
@@ -69,8 +68,8 @@ std::vector<Step> recordSteps(const QDir &folder)
         {QStringLiteral("qr-codes"),
          [](Console &console) {
              console.click("qrcodeBtnClickAct",
-                           {useQrCodes(), answers::text(QStringLiteral("visitor 7")),
-                            answers::text(QStringLiteral("no such data")), answers::yes()});
+                           {useQrCodes(), answer::text(QStringLiteral("visitor 7")),
+                            answer::text(QStringLiteral("no such data")), answer::yes()});
          },
          [](const Console &console) {
              const QStringList lines = console.newInfoLines();

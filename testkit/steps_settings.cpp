@@ -1,5 +1,4 @@
-#include "tour/answers.h"
-#include "tour/steps.h"
+#include "testkit/steps.h"
 
 #include <QCoreApplication>
 
@@ -8,10 +7,10 @@ namespace {
 Answer writeSerialNumber()
 {
     return [](QWidget *dialog) {
-        answers::click(dialog, "randomSerialBtnClickAct");
-        answers::click(dialog, "setSerialBtnClickAct");
-        answers::click(dialog, "selectOtaFileBtnClickAct");
-        answers::click(dialog, "otaBtnClickAct");
+        drive::click(dialog, "randomSerialBtnClickAct");
+        drive::click(dialog, "setSerialBtnClickAct");
+        drive::click(dialog, "selectOtaFileBtnClickAct");
+        drive::click(dialog, "otaBtnClickAct");
         dialog->close();
     };
 }
@@ -21,16 +20,16 @@ Answer writeSerialNumber()
 std::vector<Step> settingsSteps(const QDir &folder)
 {
     const auto raw = [&folder](const char *name) {
-        return answers::file(folder.absoluteFilePath(QLatin1String(name)));
+        return answer::file(folder.absoluteFilePath(QLatin1String(name)));
     };
     return {
         clickStep("system-information", "getSysInfoBtnClickAct", "Device Name：.*simulated.*"),
         clickStep("work-mode", "getModeBtnClickAct", "Current mode：Empty"),
-        dialogStep("wrong-key", "manuCfgBtnClickAct", {answers::text(QStringLiteral("QRABEL274"))},
+        dialogStep("wrong-key", "manuCfgBtnClickAct", {answer::text(QStringLiteral("QRABEL274"))},
                    "Wrong secret key\\."),
         dialogStep("serial-number", "manuCfgBtnClickAct",
-                   {answers::text(QStringLiteral("qrabel274")), writeSerialNumber(),
-                    answers::file(QCoreApplication::applicationFilePath())},
+                   {answer::text(QStringLiteral("qrabel274")), writeSerialNumber(),
+                    answer::file(QCoreApplication::applicationFilePath())},
                    "Serial number set succeded\\."),
         clickStep("palmprint-png", "saveRgbPngBtnClickAct",
                   "Empty palmprint image, fail to save it\\."),
@@ -46,9 +45,9 @@ std::vector<Step> settingsSteps(const QDir &folder)
                    "Image saved：.*/tour-joint\\.bin"),
         clickStep("user-config", "restartBtnClickAct", "Not supported for now\\."),
         {QStringLiteral("reboot-not"),
-         [](Console &console) { console.click("rebootBtnClickAct", {answers::cancel()}); },
+         [](Console &console) { console.click("rebootBtnClickAct", {answer::close()}); },
          [](const Console &console) { return console.newInfoLines().isEmpty(); }},
-        dialogStep("reboot", "rebootBtnClickAct", {answers::yes()},
+        dialogStep("reboot", "rebootBtnClickAct", {answer::yes()},
                    "The system will restart after 10 seconds\\."),
     };
 }

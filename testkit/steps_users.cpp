@@ -1,32 +1,31 @@
-#include "tour/answers.h"
-#include "tour/steps.h"
+#include "testkit/steps.h"
 
 #include "data/wholefile.h"
 #include "link/wire.h"
 
 namespace {
 
-constexpr int NewUserId = 7; // the lowest that the simulated terminal has free
+constexpr int NewUserId = 7; // the lowest free one of the simulated terminal
 
 Answer addUser()
 {
     return [](QWidget *dialog) {
-        answers::click(dialog, "getEmptyUIDBtnClickAct");
-        answers::type(dialog, "userNameEdit", QStringLiteral("Grace Lee"));
-        answers::type(dialog, "cardEdit", QStringLiteral("12345678"));
-        answers::type(dialog, "departmentEdit", QStringLiteral("Laboratory"));
-        answers::click(dialog, "createBtnClickAct");
+        drive::click(dialog, "getEmptyUIDBtnClickAct");
+        drive::type(dialog, "userNameEdit", QStringLiteral("Grace Lee"));
+        drive::type(dialog, "cardEdit", QStringLiteral("12345678"));
+        drive::type(dialog, "departmentEdit", QStringLiteral("Laboratory"));
+        drive::click(dialog, "createBtnClickAct");
     };
 }
 
-/// Enrolls, waits for the terminal's message that it is done, fetches what it brought.
+/// Enrolls, waits for the terminal's message that it is done, and fetches images and features.
 Answer enrollRemotely(Console *console)
 {
     return [console](QWidget *dialog) {
-        answers::click(dialog, "startBtnClickAct");
-        answers::waitFor(
+        drive::click(dialog, "startBtnClickAct");
+        drive::waitFor(
             [console] { return anyMatch(console->watchLines(), ".*user 255 enrolled.*"); });
-        answers::click(dialog, "readBtnClickAct");
+        drive::click(dialog, "readBtnClickAct");
         dialog->close();
     };
 }
@@ -84,7 +83,7 @@ Step importStep(const QString &featureFile)
     return {QStringLiteral("import-features"),
             [featureFile](Console &console) {
                 writeWholeFile(featureFile, QByteArray(static_cast<int>(wire::FeatureSize), 'f'));
-                console.click("importFeatureBtnClickAct", {answers::file(featureFile)});
+                console.click("importFeatureBtnClickAct", {answer::file(featureFile)});
             },
             [](const Console &console) {
                 return anyMatch(console.newInfoLines(), "Feature file importing succeeded\\.");
@@ -118,13 +117,13 @@ std::vector<Step> userSteps(const QDir &folder)
         clickStep("verify-palm", "recgBtnClickAct", "The device has entered recognition mode\\."),
         clickStep("empty-mode", "idealBtnClickAct", "Instruction sending succeeded\\."),
         {QStringLiteral("remove-nobody"),
-         [](Console &console) { console.click("delUserBtnClickAct", {answers::cancel()}); },
+         [](Console &console) { console.click("delUserBtnClickAct", {answer::close()}); },
          [](const Console &console) { return console.newInfoLines().isEmpty(); }},
-        dialogStep("remove-features", "clearUserFeatBtnClickAct", {answers::number(NewUserId)},
+        dialogStep("remove-features", "clearUserFeatBtnClickAct", {answer::number(NewUserId)},
                    "User features deleted successfully:7"),
         importStep(folder.absoluteFilePath(QStringLiteral("tour-features.bin"))),
         remoteEnrollStep(),
-        dialogStep("remove-user", "delUserBtnClickAct", {answers::number(NewUserId)},
+        dialogStep("remove-user", "delUserBtnClickAct", {answer::number(NewUserId)},
                    "User deleted successfully:7"),
         clickStep("export-users", "exportUserInfoBtnClickAct", "Not supported for now\\."),
         clickStep("clear-users", "clearUserBtnClickAct", "User cleared\\."),

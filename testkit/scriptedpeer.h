@@ -2,7 +2,6 @@
 
 #include "testkit/bytes.h"
 
-#include <QList>
 #include <QObject>
 #include <QQueue>
 #include <QTcpServer>
@@ -10,9 +9,9 @@
 
 class QTcpSocket;
 
-/// The terminal's side of a conversation, played from a script in the thread of the test. What the
-/// script does not foresee fails the running test: another request, one that comes before the last
-/// one's answer is out, and a script that is not played to its end.
+/// A terminal that follows a script, in the thread of the client. Reports a request that is not in
+/// the script, one that arrives before the last answer has been sent, and a script that is not
+/// finished when the peer is destroyed.
 class ScriptedPeer : public QObject
 {
     Q_OBJECT
@@ -21,8 +20,8 @@ public:
     struct Exchange
     {
         QByteArray request;
-        QList<QByteArray> pieces; ///< of the answer, each sent on its own; none: silence
-        bool closes = false;      ///< after the last piece
+        QList<QByteArray> pieces; ///< of the answer, each sent on its own; none: no answer
+        bool closes = false;      ///< closes the connection after the last piece
         int delay = 0;            ///< ms before the first piece
     };
 
@@ -34,9 +33,9 @@ public:
     bool isDone() const { return script.isEmpty() && arrived.isEmpty() && !sender.isActive(); }
 
     void expect(const Exchange &exchange) { script.enqueue(exchange); }
-    /// Answers this request as often as it comes without being the script's next.
+    /// Answers this request any number of times, whenever it is not the next one in the script.
     void serve(const QByteArray &request, const QByteArray &answer);
-    /// How many requests serve() has answered.
+    /// Number of requests that serve() has answered.
     int servedCount() const { return served; }
 
     void send(const QByteArray &bytes);
@@ -54,13 +53,13 @@ private:
     QTcpServer server;
     QTcpSocket *client = nullptr; ///< the newest connection, owned by the server
     int connections = 0;
-    QByteArray arrived; ///< of a request that is not complete yet
+    QByteArray arrived; ///< incomplete request
     QQueue<Exchange> script;
-    QList<Exchange> standing;
+    QList<Exchange> standing; ///< the exchanges of serve()
     int served = 0;
-    Exchange current; ///< its pieces are those still to be sent
+    Exchange current; ///< its pieces are the ones still to be sent
     QTimer sender;
 };
 
-/// A port of 127.0.0.1 that nobody listens on.
+/// Returns a port of 127.0.0.1 on which nobody listens.
 quint16 freePort();

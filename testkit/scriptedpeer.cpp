@@ -1,8 +1,9 @@
-#include "scriptedpeer.h"
+#include "testkit/scriptedpeer.h"
+
+#include "testkit/drive.h"
 
 #include <QNetworkProxy>
 #include <QTcpSocket>
-#include <QTest>
 
 quint16 freePort()
 {
@@ -19,7 +20,7 @@ ScriptedPeer::ScriptedPeer()
     connect(&server, SIGNAL(newConnection()), this, SLOT(takeConnection()));
     connect(&sender, SIGNAL(timeout()), this, SLOT(sendPiece()));
     if (!server.listen(QHostAddress::LocalHost))
-        QTest::qFail("The scripted peer cannot listen.", __FILE__, __LINE__);
+        drive::fail(QStringLiteral("The scripted peer cannot listen."));
 }
 
 ScriptedPeer::~ScriptedPeer()
@@ -76,7 +77,7 @@ void ScriptedPeer::takeBytes()
     }
 }
 
-/// Looks for the exchange that the bytes so far belong to.
+/// Finds the exchange whose request begins with the bytes that have arrived so far.
 bool ScriptedPeer::findExchange(Exchange *exchange)
 {
     const QList<Exchange> candidates = script.mid(0, 1) + standing;
@@ -91,9 +92,8 @@ bool ScriptedPeer::findExchange(Exchange *exchange)
 
 void ScriptedPeer::fail(const QByteArray &expected)
 {
-    const QByteArray message =
-        "expected request: " + expected.toHex(' ') + "\n   arrived bytes:    " + arrived.toHex(' ');
-    QTest::qFail(message.constData(), __FILE__, __LINE__);
+    drive::fail(QString::fromLatin1("expected request: " + expected.toHex(' ') +
+                                    "\n   arrived bytes:    " + arrived.toHex(' ')));
     arrived.clear();
 }
 

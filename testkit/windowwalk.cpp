@@ -1,4 +1,4 @@
-#include "windowwalk.h"
+#include "testkit/windowwalk.h"
 
 #include "app/finddialog.h"
 #include "app/mainwindow.h"
@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int MostFields = 8; // that a control is made of
+constexpr int MaxFields = 8; // editable sections of one control, such as those of a date
 
 std::unique_ptr<QWidget> makeMainWindow(Link * /*link*/)
 {
@@ -69,8 +69,8 @@ QSet<QWidget *> tabThrough(const QList<QWidget *> &controls)
     controls.first()->setFocus();
     for (int i = 0; i < controls.size(); ++i) {
         QWidget *focused = QApplication::focusWidget();
-        // A control of several fields takes the key to go on to the next one.
-        for (int field = 0; focused == QApplication::focusWidget() && field < MostFields; ++field)
+        // In a control of several fields Tab goes to its next field first.
+        for (int field = 0; focused == QApplication::focusWidget() && field < MaxFields; ++field)
             QTest::keyClick(focused, Qt::Key_Tab);
         if (!QApplication::focusWidget()->visibleRegion().isEmpty())
             reached.insert(QApplication::focusWidget());

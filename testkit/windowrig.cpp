@@ -1,10 +1,8 @@
-#include "windowrig.h"
+#include "testkit/windowrig.h"
 
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QSpinBox>
-#include <QTextEdit>
 
 QByteArray frame(int shift)
 {
@@ -39,21 +37,6 @@ void WindowRig::servePictures()
 void WindowRig::expectAnnouncement()
 {
     peer.expect({hex("EAC5 000007 08 7F000001 EAB6"), {hex("EAC5 000001 00")}});
-}
-
-void WindowRig::click(const QByteArray &button) const
-{
-    find<QPushButton>(button)->click();
-}
-
-QString WindowRig::caption(const QByteArray &button) const
-{
-    return find<QPushButton>(button)->text();
-}
-
-QStringList WindowRig::lines(const QByteArray &log) const
-{
-    return find<QTextEdit>(log)->toPlainText().split('\n', Qt::SkipEmptyParts);
 }
 
 QStringList WindowRig::enabledGroups() const

@@ -1,19 +1,28 @@
-#include "tour/steps.h"
+#include "testkit/steps.h"
 
+#include "testkit/scriptedpeer.h"
+#include "testkit/simulatorprocess.h"
+
+#include <QCoreApplication>
 #include <QRegularExpression>
+#include <QtTest>
 
 namespace {
 
 constexpr int FramesToSee = 5;
 constexpr QPoint ReadoutPosition(180, 240);
 
-/// Whether the last lines of the log are these.
+QDir imageFolder()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/img");
+}
+
 bool endsWith(const QStringList &lines, const QStringList &last)
 {
     return lines.mid(lines.size() - last.size()) == last;
 }
 
-/// Counts how often a camera's picture has become another one.
+/// Counts how often a camera's picture changes.
 class MovingPicture
 {
 public:
@@ -34,10 +43,10 @@ public:
 private:
     const char *label;
     QImage last;
-    int count = -1; // the first look finds no change
+    int count = -1; // the first picture is no change
 };
 
-bool readoutIsTrue(const Console &console, const char *label)
+bool readoutIsCorrect(const Console &console, const char *label)
 {
     const int grey = qGray(console.picture(label).pixel(ReadoutPosition));
     return console.labelText("pixelReadoutLabel") == QStringLiteral("Pt[180, 240]: %1").arg(grey);
@@ -50,7 +59,7 @@ void connectTo(Console &console, quint16 port)
     console.click("openBtnClickAct");
 }
 
-/// Watching a preview until it has moved, and stopping it with the pointer on a picture.
+/// A preview runs until its pictures have changed, then stops with the pointer on a picture.
 void addPreviewSteps(std::vector<Step> *steps, const QString &name, const char *button,
                      const std::vector<const char *> &labels)
 {
@@ -64,15 +73,16 @@ void addPreviewSteps(std::vector<Step> *steps, const QString &name, const char *
                                  console.caption(button) == QLatin1String("Stop Collecting");
                       }});
     const char *label = labels.front();
-    steps->push_back({name + QStringLiteral("-readout"),
-                      [button, label](Console &console) {
-                          console.click(button);
-                          console.pointAt(label, ReadoutPosition);
-                      },
-                      [label](const Console &console) { return readoutIsTrue(console, label); }});
+    steps->push_back(
+        {name + QStringLiteral("-readout"),
+         [button, label](Console &console) {
+             console.click(button);
+             console.pointAt(label, ReadoutPosition);
+         },
+         [label](const Console &console) { return readoutIsCorrect(console, label); }});
 }
 
-void addConnectionSteps(std::vector<Step> *steps, const TourPorts &ports)
+void addConnectionSteps(std::vector<Step> *steps, quint16 port)
 {
     steps->push_back({QStringLiteral("start"), [](Console &) {},
                       [](const Console &console) {
@@ -80,27 +90,26 @@ void addConnectionSteps(std::vector<Step> *steps, const TourPorts &ports)
                                  !console.isUsable("getUserListBtnClickAct");
                       }});
     steps->push_back({QStringLiteral("connect-in-vain"),
-                      [ports](Console &console) { connectTo(console, ports.unused); },
+                      [](Console &console) { connectTo(console, freePort()); },
                       [](const Console &console) {
                           return endsWith(console.infoLines(),
                                           {QStringLiteral("Connecting failed."),
                                            QStringLiteral("Fail to connect the device.")});
                       }});
-    steps->push_back({QStringLiteral("connect"),
-                      [ports](Console &console) { connectTo(console, ports.terminal); },
-                      [](const Console &console) {
-                          return endsWith(console.infoLines(),
-                                          {QStringLiteral("Device connected."),
-                                           QStringLiteral("Device connected.")}) &&
-                                 console.isUsable("getUserListBtnClickAct");
-                      }});
+    steps->push_back(
+        {QStringLiteral("connect"), [port](Console &console) { connectTo(console, port); },
+         [](const Console &console) {
+             return endsWith(console.infoLines(), {QStringLiteral("Device connected."),
+                                                   QStringLiteral("Device connected.")}) &&
+                    console.isUsable("getUserListBtnClickAct");
+         }});
 }
 
-void addListenerStep(std::vector<Step> *steps, const TourPorts &ports)
+void addListenerStep(std::vector<Step> *steps, quint16 port)
 {
     steps->push_back({QStringLiteral("messages"),
-                      [ports](Console &console) {
-                          console.type("watchPortEdit", QString::number(ports.messages));
+                      [port](Console &console) {
+                          console.type("watchPortEdit", QString::number(port));
                           console.click("openWatchBtnClickAct");
                       },
                       [](const Console &console) {
@@ -127,6 +136,15 @@ void addDisconnectStep(std::vector<Step> *steps)
 
 } // namespace
 
+bool perform(const Step &step, Console *console, const QString &picturePath, int milliseconds)
+{
+    console->beginStep(picturePath);
+    step.act(*console);
+    const bool done = QTest::qWaitFor([&] { return step.succeeded(*console); }, milliseconds);
+    const bool saved = console->savePicture();
+    return done && saved;
+}
+
 bool anyMatch(const QStringList &lines, const char *pattern)
 {
     return lines.indexOf(QRegularExpression(QString::fromUtf8(pattern))) >= 0;
@@ -146,11 +164,11 @@ Step dialogStep(const char *name, const char *button, const std::vector<Answer> 
         [pattern](const Console &console) { return anyMatch(console.newInfoLines(), pattern); }};
 }
 
-std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder)
+std::vector<Step> sessionSteps(const SimulatorProcess &simulator, const QDir &folder)
 {
     std::vector<Step> steps;
-    addConnectionSteps(&steps, ports);
-    addListenerStep(&steps, ports);
+    addConnectionSteps(&steps, simulator.port());
+    addListenerStep(&steps, simulator.messagePort());
     addPreviewSteps(&steps, QStringLiteral("palmprint"), "showRgbBtnClickAct", {"rgbImgLabel"});
     addPreviewSteps(&steps, QStringLiteral("palm-vein"), "showIrBtnClickAct", {"irImgLabel"});
     addPreviewSteps(&steps, QStringLiteral("joint"), "showMixBtnClickAct",
@@ -160,4 +178,35 @@ std::vector<Step> tourSteps(const TourPorts &ports, const QDir &folder)
         steps.insert(steps.end(), family.begin(), family.end());
     addDisconnectStep(&steps);
     return steps;
+}
+
+void clickExport(const QWidget *dialog, const char *button, const QString &fileName,
+                 const QString &target)
+{
+    const QString path = QDir(QCoreApplication::applicationDirPath()).filePath(fileName);
+    const QString aside = target + QStringLiteral(".aside");
+    const bool hadFile = QFile::rename(path, aside);
+    drive::click(dialog, button);
+    if (!QFile::rename(path, target))
+        drive::fail(QStringLiteral("%1 wrote no %2").arg(QLatin1String(button), fileName));
+    if (hadFile)
+        QFile::rename(aside, path);
+}
+
+QStringList savedPictures()
+{
+    return imageFolder().entryList(QDir::Files);
+}
+
+bool takeSavedPictures(const QStringList &before, const QDir &folder)
+{
+    int taken = 0;
+    int left = 0;
+    for (const QString &picture : savedPictures()) {
+        if (before.contains(picture))
+            continue;
+        const bool moved = QFile::rename(imageFolder().filePath(picture), folder.filePath(picture));
+        ++(moved ? taken : left);
+    }
+    return taken > 0 && left == 0;
 }

@@ -1,4 +1,6 @@
-#include "tour/simulatorprocess.h"
+#include "testkit/simulatorprocess.h"
+
+#include "testkit/scriptedpeer.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -16,8 +18,9 @@ SimulatorProcess::~SimulatorProcess()
     process.waitForFinished(EndTimeout);
 }
 
-bool SimulatorProcess::start(quint16 pushPort)
+bool SimulatorProcess::start()
 {
+    pushPort = freePort();
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/quirel-simulator"),
                   {QStringLiteral("--end-with-input"), QStringLiteral("--port"),
@@ -30,7 +33,7 @@ bool SimulatorProcess::start(quint16 pushPort)
     const QString greeting = QString::fromUtf8(process.readLine()).trimmed();
     listeningPort = static_cast<quint16>(greeting.section(QLatin1Char(':'), -1).toUInt());
     if (listeningPort == 0)
-        QTextStream(stderr) << "The simulated terminal does not start: " << process.errorString()
+        QTextStream(stderr) << "The simulated terminal did not start: " << process.errorString()
                             << '\n';
     return listeningPort != 0;
 }
@@ -41,6 +44,6 @@ bool SimulatorProcess::end()
     const bool ended = process.waitForFinished(EndTimeout) &&
                        process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     if (!ended)
-        QTextStream(stderr) << "The simulated terminal does not end in good order.\n";
+        QTextStream(stderr) << "The simulated terminal did not end properly.\n";
     return ended;
 }

@@ -1,12 +1,11 @@
-#include "tour/answers.h"
-#include "tour/steps.h"
+#include "testkit/steps.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace {
 
-/// What differs from one configuration dialog to the next.
+/// Names that differ between the configuration dialogs.
 struct ConfigDialogUse
 {
     const char *name;
@@ -16,7 +15,7 @@ struct ConfigDialogUse
     const char *importFile;
     const char *field;
     const char *typed;
-    const char *lines[5]; ///< as patterns
+    const char *lines[5]; ///< patterns of the log lines
 };
 
 constexpr ConfigDialogUse OutputUse{"output",
@@ -50,20 +49,20 @@ constexpr ConfigDialogUse VendorUse{"vendor",
                                      "File loaded：[0-9]+", "File saved to .*/zt415_vendor\\.cfg",
                                      "Cfg file issued\\."}};
 
-/// Changes what the terminal has, exports it, and imports the exported file.
+/// Changes the terminal's document, exports it and imports the exported file.
 std::vector<Answer> useDocument(const ConfigDialogUse &use, const QDir &folder)
 {
     const QString file = QStringLiteral("zt415_%1.cfg").arg(QLatin1String(use.name));
     const QString kept = folder.absoluteFilePath(QStringLiteral("tour-") + file);
     return {[=](QWidget *dialog) {
-                answers::click(dialog, use.load);
-                answers::type(dialog, use.field, QLatin1String(use.typed));
-                answers::click(dialog, use.set);
-                answers::clickExport(dialog, use.exportFile, file, kept);
-                answers::click(dialog, use.importFile);
+                drive::click(dialog, use.load);
+                drive::type(dialog, use.field, QLatin1String(use.typed));
+                drive::click(dialog, use.set);
+                clickExport(dialog, use.exportFile, file, kept);
+                drive::click(dialog, use.importFile);
                 dialog->close();
             },
-            answers::file(kept)};
+            answer::file(kept)};
 }
 
 bool allUsed(const Console &console, const ConfigDialogUse &use)
@@ -79,7 +78,7 @@ Answer useClockAndSensor()
         for (const char *button :
              {"setRtcBtnClickAct", "getRtcBtnClickAct", "calibTofBtnClickAct",
               "getTofBiasBtnClickAct", "exportLogBtnClickAct", "resetSysBtnClickAct"})
-            answers::click(dialog, button);
+            drive::click(dialog, button);
         dialog->close();
     };
 }
@@ -104,7 +103,7 @@ std::vector<Step> configSteps(const QDir &folder)
          [](const Console &console) { return allUsed(console, UserUse); }},
         {QStringLiteral("clock-and-sensor"),
          [](Console &console) {
-             console.click("devCfgAct", {useClockAndSensor(), answers::number(-20)});
+             console.click("devCfgAct", {useClockAndSensor(), answer::number(-20)});
          },
          [](const Console &console) {
              const QStringList lines = console.newInfoLines();

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "link/cmdclient.h"
+#include "testkit/drive.h"
+#include "testkit/scriptedpeer.h"
+
+#include <QTextEdit>
+
+#include <memory>
+
+/// A client that is connected to a scripted terminal; its log is empty.
+struct Link
+{
+    Link()
+    {
+        client.connectToDevice("127.0.0.1", peer.port());
+        log.clear();
+    }
+
+    ScriptedPeer peer;
+    QTextEdit log;
+    CmdClient client{&log, nullptr};
+};
+
+using MakeWindow = std::unique_ptr<QWidget> (*)(Link *link);
+Q_DECLARE_METATYPE(MakeWindow)
+
+template <class Dialog> std::unique_ptr<QWidget> makeDialog(Link *link)
+{
+    return std::make_unique<Dialog>(&link->client, &link->log, nullptr);
+}
+
+/// A dialog that uses a connected client.
+struct DialogRig : Link
+{
+    explicit DialogRig(MakeWindow make)
+        : dialog(make(this))
+    {
+        dialog->show();
+    }
+
+    template <class Widget> Widget *find(const QByteArray &name) const
+    {
+        return drive::find<Widget>(dialog.get(), name);
+    }
+    void click(const QByteArray &button) const { drive::click(dialog.get(), button); }
+    QStringList lines() const { return drive::lines(&log); }
+
+    std::unique_ptr<QWidget> dialog;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "testkit/dialogrig.h"
+
+#include <QList>
+#include <QSet>
+
+/// A window that the console opens.
+struct WindowKind
+{
+    const char *name;
+    MakeWindow make;
+    const char *title; ///< in English
+    QSize size = {};   ///< invalid: the layout chooses the size
+};
+
+/// All windows of the console; the main window, with all groups usable, is the first.
+const QList<WindowKind> &windowKinds();
+
+/// Controls that take the focus, without the parts that they consist of.
+QList<QWidget *> focusableIn(const QWidget *window);
+
+/// Presses Tab from the first control on and returns the visible controls that get the focus.
+QSet<QWidget *> tabThrough(const QList<QWidget *> &controls);
