@@ -8,8 +8,8 @@
 #include <QThreadPool>
 #include <QTimer>
 
-// Qt's hook for tools that follow objects. Its header is among Qt's private ones; these places have
-// stayed the same since Qt 5.4.
+// Qt's hook for tools that track objects. Its header is private; the indexes have not changed since
+// Qt 5.4.
 QT_BEGIN_NAMESPACE
 extern quintptr Q_CORE_EXPORT qtHookData[];
 QT_END_NAMESPACE
@@ -24,26 +24,26 @@ struct Register
     QSet<QObject *> objects;
 };
 
-/// Never destroyed: objects go until the program's very end.
+/// The register is never destroyed, since objects are destroyed until the very end of the program.
 Register &living()
 {
     static auto *objects = new Register;
     return *objects;
 }
 
-void enroll(QObject *object)
+void addObject(QObject *object)
 {
     const QMutexLocker locker(&living().mutex);
     living().objects.insert(object);
 }
 
-void strike(QObject *object)
+void removeObject(QObject *object)
 {
     const QMutexLocker locker(&living().mutex);
     living().objects.remove(object);
 }
 
-/// Its threads come with work and end after half a minute without.
+/// A thread pool starts threads as needed and ends them after half a minute without work.
 bool isOfThreadPool(QObject *object)
 {
     return qobject_cast<QAbstractEventDispatcher *>(object) ||
@@ -54,8 +54,8 @@ bool isOfThreadPool(QObject *object)
 
 void census::begin()
 {
-    qtHookData[AddObject] = reinterpret_cast<quintptr>(&enroll);
-    qtHookData[RemoveObject] = reinterpret_cast<quintptr>(&strike);
+    qtHookData[AddObject] = reinterpret_cast<quintptr>(&addObject);
+    qtHookData[RemoveObject] = reinterpret_cast<quintptr>(&removeObject);
 }
 
 QMap<QByteArray, int> census::byClass()

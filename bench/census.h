@@ -3,21 +3,21 @@
 #include <QByteArray>
 #include <QMap>
 
-/// Counts every QObject of this program, with a parent or without.
+/// Counts every QObject of this program, with or without a parent.
 namespace census {
 
-/// To be called once, before there are objects to count.
+/// Starts counting. Call it once, before any object is created.
 void begin();
 
-/// Living objects by the name of their class.
+/// Returns the number of living objects of each class.
 QMap<QByteArray, int> byClass();
 
 struct Count
 {
-    int objects = 0; ///< without what Qt's thread pools are made of
+    int objects = 0; ///< without those of Qt's thread pools
     int timers = 0;
-    int sockets = 0; ///< servers too
-    /// Of each thread one, with a descriptor of its own.
+    int sockets = 0; ///< including servers
+    /// Event dispatchers: one for each thread, each with a file descriptor.
     int dispatchers = 0;
 };
 Count count();

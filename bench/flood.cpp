@@ -1,8 +1,8 @@
-/// What a peer of the message listener can do at worst: flood it with texts of all kinds, send
-/// without end in one line, connect and leave again and again. Prints for each kind how long a
-/// command without a reply takes meanwhile, the preview's frame rate, how long "Stop Listening"
-/// takes, the longest time in which the window did not answer, the memory of the process, and how
-/// long it took until the next honest message was shown.
+/// Measures the window while a peer floods the message listener: with texts of all kinds, with
+/// lines that never end, and with connections that are closed at once. Prints for each kind how
+/// long a command without a reply takes, the preview's frame rate, the duration of "Stop
+/// Listening", the longest time without a turn of the event loop, the memory of the process, and
+/// the time until the next ordinary message is shown. Fails if a limit is exceeded.
 ///   flood [SECONDS [CONNECTIONS]]
 
 #include "bench/framecounter.h"
@@ -27,24 +27,24 @@
 
 namespace {
 
-constexpr int DefaultSeconds = 10; // of each kind, before anything is measured
+constexpr int DefaultSeconds = 10; // for each kind, before anything is measured
 constexpr int DefaultConnections = 10000;
 constexpr int Megabyte = 1 << 20;
 constexpr int PreviewTime = 2000; // ms
-constexpr int Patience = 30000;   // ms
+constexpr int Timeout = 30000;    // ms
 
-constexpr int LongestGap = 1000;     // ms without an answer of the window
-constexpr int LongestCommand = 2000; // ms
-constexpr int LongestStop = 1000;    // ms
-constexpr double LeastShareOfFrames = 0.5;
-constexpr double MostGrowth = 512; // MB, what a full log of the longest lines takes
+constexpr int MaxGap = 1000;          // ms without a turn of the event loop
+constexpr int MaxCommand = 2000;      // ms
+constexpr int MaxStop = 1000;         // ms
+constexpr double MinFrameShare = 0.5; // of the frame rate without a flood
+constexpr double MaxGrowth = 512;     // MB: the size of a full log of the longest lines
 
 double residentMegabytes()
 {
     return static_cast<double>(residentKiB()) / 1024;
 }
 
-/// Looks at the clock in every turn of the event loop.
+/// Measures the longest time between two turns of the event loop.
 class Pulse : public QObject
 {
     Q_OBJECT
@@ -58,7 +58,7 @@ public:
     }
     void begin() { longest = 0; }
     qint64 longestGap() const { return longest; }
-    double mostMemory() const { return memory; }
+    double maxMemory() const { return memory; }
 
 private slots:
     void beat()
@@ -74,11 +74,11 @@ private:
     double memory = 0;
 };
 
-/// What a peer of the listener does until it is told to end or sent away; returns the bytes that it
-/// has sent.
+/// Runs a peer of the listener until `over` is set or the connection ends. Returns the number of
+/// bytes sent.
 using Peer = std::function<qint64(quint16 port, const std::atomic<bool> &over)>;
 
-/// A peer in a thread of its own.
+/// Runs a peer in its own thread.
 class Attack
 {
 public:
@@ -109,7 +109,7 @@ class Bench
 public:
     Bench();
 
-    /// What the window does during a flood, and how it shows an honest message afterwards.
+    /// Measures the window during a flood, and how it shows an ordinary message afterwards.
     void run(const char *name, int seconds, const Peer &peer);
     bool passed() const { return sound; }
 
@@ -117,10 +117,10 @@ private:
     quint16 port() const { return rig.window.findChild<QTcpServer *>()->serverPort(); }
     QString lastMessage() const;
     void startListening();
-    qint64 deadCommand();
+    qint64 commandWithoutReply();
     double framesPerSecond();
     qint64 stopListening();
-    bool honestMessageIsShown();
+    bool ordinaryMessageIsShown();
 
     QTextStream out{stdout};
     WindowRig rig;
@@ -140,11 +140,11 @@ Bench::Bench()
     startListening();
     QTest::qWait(500);
     memoryBefore = residentMegabytes();
-    const qint64 command = deadCommand();
+    const qint64 command = commandWithoutReply();
     quietRate = framesPerSecond();
-    out << QString::asprintf("%-16s %7s %15s %9s %8s %15s %10s %9s\n", "what", "MB/s",
-                             "dead command ms", "frames/s", "stop ms", "longest gap ms",
-                             "memory MB", "honest ms")
+    out << QString::asprintf("%-16s %7s %15s %9s %8s %15s %10s %10s\n", "what", "MB/s",
+                             "no-reply cmd ms", "frames/s", "stop ms", "longest gap ms",
+                             "memory MB", "message ms")
         << QString::asprintf("%-16s %7.1f %15lld %9.1f\n", "nothing", 0.0, command, quietRate)
         << Qt::flush;
 }
@@ -160,8 +160,8 @@ void Bench::startListening()
     rig.click("openWatchBtnClickAct");
 }
 
-/// Returns the time that a command takes to which the terminal does not reply.
-qint64 Bench::deadCommand()
+/// Returns the duration of a command to which the terminal does not reply.
+qint64 Bench::commandWithoutReply()
 {
     rig.peer.expect({hex("EAC5 000001 10"), {}});
     QElapsedTimer timer;
@@ -182,7 +182,7 @@ double Bench::framesPerSecond()
     return rate;
 }
 
-/// Returns the time from a click that waits in the event loop until the peer has been sent away.
+/// Returns the time from a click that is queued in the event loop to the end of the connection.
 qint64 Bench::stopListening()
 {
     QElapsedTimer timer;
@@ -193,15 +193,15 @@ qint64 Bench::stopListening()
         [this] {
             return port() == 0 && lastMessage() == QStringLiteral("The connection is abandoned.");
         },
-        Patience);
-    return stopped ? timer.elapsed() : Patience;
+        Timeout);
+    return stopped ? timer.elapsed() : Timeout;
 }
 
-bool Bench::honestMessageIsShown()
+bool Bench::ordinaryMessageIsShown()
 {
-    const QString line = QStringLiteral("honest %1").arg(++messages);
+    const QString line = QStringLiteral("ordinary %1").arg(++messages);
     QTcpSocket socket;
-    // While the last peer's end is still unread, another is refused: the terminal tries again.
+    // The listener refuses a peer until it has read the last one's end, so the peer tries again.
     const bool shown = QTest::qWaitFor(
         [&] {
             if (socket.state() == QAbstractSocket::UnconnectedState) {
@@ -210,11 +210,11 @@ bool Bench::honestMessageIsShown()
             }
             return lastMessage() == QStringLiteral("Data In:") + line;
         },
-        Patience);
-    // The next peer is not to be refused.
+        Timeout);
+    // The listener must have read the end before the next peer connects.
     socket.disconnectFromHost();
-    const QString farewell = QStringLiteral("The connection is abandoned.");
-    return QTest::qWaitFor([&] { return lastMessage() == farewell; }, Patience) && shown;
+    const QString endLine = QStringLiteral("The connection is abandoned.");
+    return QTest::qWaitFor([&] { return lastMessage() == endLine; }, Timeout) && shown;
 }
 
 void Bench::run(const char *name, int seconds, const Peer &peer)
@@ -224,14 +224,14 @@ void Bench::run(const char *name, int seconds, const Peer &peer)
     timer.start();
     Attack flood(peer, port());
     QTest::qWait(1000 * seconds);
-    const qint64 command = deadCommand();
+    const qint64 command = commandWithoutReply();
     const double rate = framesPerSecond();
-    const bool lasted = flood.isRunning();
+    const bool stillRunning = flood.isRunning();
     const double flooded = static_cast<double>(timer.elapsed()) / 1000;
     const double sent = flood.end();
     timer.start();
-    const bool shown = honestMessageIsShown();
-    const qint64 honest = timer.elapsed();
+    const bool shown = ordinaryMessageIsShown();
+    const qint64 message = timer.elapsed();
 
     Attack another(peer, port());
     QTest::qWait(1000);
@@ -240,14 +240,14 @@ void Bench::run(const char *name, int seconds, const Peer &peer)
     startListening();
 
     const qint64 gap = pulse.longestGap();
-    const double memory = pulse.mostMemory();
-    sound = sound && lasted && shown && command <= LongestCommand && stop <= LongestStop &&
-            rate >= quietRate * LeastShareOfFrames && gap <= LongestGap &&
-            memory - memoryBefore <= MostGrowth;
+    const double memory = pulse.maxMemory();
+    sound = sound && stillRunning && shown && command <= MaxCommand && stop <= MaxStop &&
+            rate >= quietRate * MinFrameShare && gap <= MaxGap &&
+            memory - memoryBefore <= MaxGrowth;
     out << QString::asprintf("%-16s %7.1f %15lld %9.1f %8lld %15lld %10.1f ", name, sent / flooded,
                              command, rate, stop, gap, memory)
-        << (shown ? QString::number(honest).rightJustified(9) : QStringLiteral("    never"))
-        << (lasted ? "" : "   ended early") << Qt::endl;
+        << (shown ? QString::number(message).rightJustified(10) : QStringLiteral("     never"))
+        << (stillRunning ? "" : "   ended early") << Qt::endl;
 }
 
 Peer flood(const QByteArray &pattern)
@@ -255,7 +255,7 @@ Peer flood(const QByteArray &pattern)
     return [=](quint16 port, const std::atomic<bool> &over) -> qint64 {
         QTcpSocket socket;
         socket.connectToHost(QStringLiteral("127.0.0.1"), port);
-        socket.waitForConnected(Patience);
+        socket.waitForConnected(Timeout);
         qint64 sent = 0;
         while (!over && socket.state() == QAbstractSocket::ConnectedState) {
             if (socket.bytesToWrite() == 0)
@@ -274,7 +274,7 @@ Peer visits(int count)
         for (int i = 0; i < count || !over; ++i) {
             QTcpSocket socket;
             socket.connectToHost(QStringLiteral("127.0.0.1"), port);
-            if (!socket.waitForConnected(Patience))
+            if (!socket.waitForConnected(Timeout))
                 break;
             if (i % 2 == 0)
                 socket.abort();

@@ -3,13 +3,13 @@
 #include <QHash>
 #include <QObject>
 
-/// Counts the camera pictures that are really painted.
+/// Counts the camera pictures that are painted.
 class FrameCounter : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Counts those of every window that is there.
+    /// Counts the pictures of all windows that exist now.
     FrameCounter();
 
     int total() const { return count; }

@@ -25,12 +25,13 @@ void handle(QtMsgType type, const QMessageLogContext & /*context*/, const QStrin
                     [&text](const char *known) { return text.startsWith(QLatin1String(known)); });
     if (type == QtDebugMsg || type == QtInfoMsg || isKnown)
         return;
-    std::fprintf(stderr, "%s\n", qPrintable(text)); // a fatal one ends the program behind this
+    std::fprintf(stderr, "%s\n", qPrintable(text)); // Qt ends the program after a fatal message
     const QMutexLocker locker(&warningsMutex);
     warnings.append(text);
 }
 
-/// Without what may differ. A record's line is nothing but that, as its month may be over.
+/// Replaces what may differ between rounds: the folder, numbers, and whole records, since a new
+/// month may have begun.
 QString normalised(QString line, const QString &folder)
 {
     static const QRegularExpression record(QStringLiteral("^Index[0-9]+: \\(.*\\)$"));
@@ -71,11 +72,11 @@ QString LineWatch::complaint(const QString &step, const QStringList &lines, cons
            first->join(QStringLiteral("\n  "));
 }
 
-QString strangeMessage(const QStringList &lines)
+QString unexpectedMessage(const QStringList &lines)
 {
     static const QRegularExpression usual(
         QStringLiteral("^(Local Address：[0-9.]+: [0-9]+|Recieve connect: \\[[0-9.]+:[0-9]+\\]|"
-                       "The connection is abandoned\\.|(Data In:)?\\[simulated\\] .+|)$"));
+                       "The connection is abandoned\\.|(Data In:)?\\[simulated\\] .+)$"));
     for (const QString &line : lines) {
         if (!usual.match(line).hasMatch())
             return line;

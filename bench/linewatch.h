@@ -3,25 +3,25 @@
 #include <QMap>
 #include <QStringList>
 
-/// Knows what each step logs when it is done for the first time: whenever it is done again it must
-/// bring the same lines in the same order, but for numbers. Lines that repeat themselves count
-/// once.
+/// Compares what a step logs with what it logged in the first round: the same lines in the same
+/// order, apart from numbers. Repetitions of a line count once.
 class LineWatch
 {
 public:
-    /// What differs from the first time; empty if nothing does. `folder` is where files are in
-    /// this round.
+    /// Returns what differs from the first round, or an empty text. `folder` is the folder for this
+    /// round's files.
     QString complaint(const QString &step, const QStringList &lines, const QString &folder);
 
 private:
     QMap<QString, QStringList> known;
 };
 
-/// The first line that cannot come from the listener or the simulated terminal; empty if all can.
-QString strangeMessage(const QStringList &lines);
+/// Returns the first line that comes neither from the listener nor from the simulated terminal, or
+/// an empty text.
+QString unexpectedMessage(const QStringList &lines);
 
-/// From now on Qt's warnings are kept, but for those of a platform without a screen, and the
-/// console's debug output goes nowhere.
+/// Installs a message handler that keeps Qt's warnings, apart from those of a platform without a
+/// screen, and drops debug output.
 void keepWarnings();
-/// The warnings that have come since the last call.
+/// Returns the warnings since the last call.
 QStringList takeWarnings();

@@ -1,5 +1,5 @@
-/// Handles one window for a long time, off-screen unless a platform is chosen, and fails if
-/// anything of it grows, goes wrong or hangs.
+/// Operates one window for a long time, off-screen unless QT_QPA_PLATFORM names a platform, and
+/// fails if anything grows, fails or hangs.
 
 #include "bench/census.h"
 #include "bench/soak.h"
@@ -27,9 +27,9 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     prepareAppearance();
 
-    const QCommandLineOption minutesOption(QStringLiteral("minutes"),
-                                           QStringLiteral("How long; a fraction is allowed."),
-                                           QStringLiteral("number"), QStringLiteral("30"));
+    const QCommandLineOption minutesOption(
+        QStringLiteral("minutes"), QStringLiteral("Duration; fractions are allowed (default: 30)."),
+        QStringLiteral("number"), QStringLiteral("30"));
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addOption(minutesOption);
@@ -41,7 +41,7 @@ int main(int argc, char *argv[])
         return 1;
     }
 
-    // File dialogs remember folders, which are none of the operator's here.
+    // Keeps the folders that file dialogs remember out of the user's settings.
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     return Soak().run(static_cast<qint64>(minutes * MsPerMinute)) ? 0 : 1;

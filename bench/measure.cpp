@@ -16,12 +16,12 @@ namespace {
 constexpr qint64 KiB = 1024;
 constexpr qint64 Unmeasured = -1;
 
-// The heap's bounds: the larger one holds.
+// Permitted growth of the heap: the larger of the two.
 constexpr qint64 HeapPercent = 2;
 constexpr qint64 HeapSlack = 1024; // KiB
 
-constexpr int Fifth = 5; // the warm-up, and what is compared, are a fifth of the rounds each
-constexpr int FewestWarmUp = 2;
+constexpr int Fifth = 5; // warm-up and compared ranges are a fifth of the rounds each
+constexpr int MinWarmUp = 2;
 
 enum class Rule { Shown, HeapBounds, Equal };
 
@@ -38,7 +38,7 @@ constexpr QuantityRow Rows[QuantityCount] = {
     {"windows", 8, Rule::Equal},
 };
 
-/// Small and large blocks alike. A sanitizer's heap does not tell.
+/// Returns the size of all allocated blocks. A sanitizer's heap reports none.
 qint64 heapKiB()
 {
 #if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 33)
@@ -50,7 +50,7 @@ qint64 heapKiB()
 #endif
 }
 
-/// Without those of the event dispatchers.
+/// Returns the number of open file descriptors without those of the event dispatchers.
 qint64 descriptorCount(int dispatchers)
 {
     const QDir folder(QStringLiteral("/proc/self/fd"));
@@ -126,11 +126,11 @@ QStringList unmeasured(const Sample &sample)
 
 int warmUp(int rounds)
 {
-    return std::max(FewestWarmUp, (rounds + Fifth - 1) / Fifth);
+    return std::max(MinWarmUp, (rounds + Fifth - 1) / Fifth);
 }
 
-/// Memory comes and goes, so that medians are compared; of the rest each one left at the end is one
-/// too many.
+/// Memory fluctuates, so medians are compared; of every other quantity the last value must equal
+/// the first.
 QStringList growth(const std::vector<Sample> &samples)
 {
     const size_t rounds = samples.size();
@@ -143,9 +143,9 @@ QStringList growth(const std::vector<Sample> &samples)
         const bool isHeap = Rows[i].rule == Rule::HeapBounds;
         const qint64 after =
             isHeap ? median(samples, rounds - width, width, quantity) : samples.back().values[i];
-        const qint64 mostGrowth = isHeap ? std::max(HeapSlack, before * HeapPercent / 100) : 0;
+        const qint64 maxGrowth = isHeap ? std::max(HeapSlack, before * HeapPercent / 100) : 0;
         if (Rows[i].rule != Rule::Shown &&
-            (after - before > mostGrowth || (!isHeap && after < before)))
+            (after - before > maxGrowth || (!isHeap && after < before)))
             found.append(QStringLiteral("%1: %2 after the warm-up, %3 at the end")
                              .arg(QLatin1String(Rows[i].name), QString::number(before),
                                   QString::number(after)));

@@ -10,30 +10,30 @@
 
 struct Step;
 
-/// One window that goes through round after round, each with a new simulated terminal.
+/// Takes one window through round after round, each with a new simulated terminal.
 class Soak
 {
 public:
-    /// Goes on for so long, and for as many rounds as a judgement needs. False if something fails,
-    /// which is told.
+    /// Runs for at least this time and MinRounds rounds. Returns false, with the reason printed, if
+    /// something fails.
     bool run(qint64 milliseconds);
 
 private:
     bool round();
     bool step(const Step &step, const QString &folder);
     bool fail(const QString &reason);
-    /// Leaves nothing of the round behind, and measures what stays nevertheless.
+    /// Clears the log, deletes what is pending, and measures what remains.
     void measure();
     bool judge() const;
     QString position() const;
 
     Console console;
-    FrameCounter frames; ///< behind the console, whose pictures it counts
+    FrameCounter frames; ///< constructed after the console, whose pictures it counts
     LineWatch lines;
     Watchdog watchdog;
     QElapsedTimer clock;
     std::vector<Sample> samples;
-    QMap<QByteArray, int> classesBefore; ///< after the warm-up's fewest rounds
+    QMap<QByteArray, int> classesBefore; ///< after the minimum warm-up
     int steps = 0;
     QString current;
 };

@@ -46,7 +46,7 @@ bool isConnectedAnew(const Console &console)
     return console.newInfoLines() == QStringList{connected, connected} && isServed(console);
 }
 
-/// The message log is cleared for the steps to see what comes anew.
+/// Clears the message log first, so that the step sees new messages only.
 Step connectStep(const char *name)
 {
     return {QString::fromLatin1(name),
@@ -57,7 +57,7 @@ Step connectStep(const char *name)
             isConnectedAnew};
 }
 
-/// The caption of a preview that ended so stays until its next click.
+/// The new connection ends the preview; its button keeps the caption until the next click.
 Step connectInPreviewStep(FrameCounter *frames)
 {
     return {QStringLiteral("connect-in-preview"),
@@ -72,7 +72,7 @@ Step connectInPreviewStep(FrameCounter *frames)
             isConnectedAnew};
 }
 
-/// It sends its greeting once it is there again.
+/// The terminal sends a message when it has restarted.
 Step cameBackStep()
 {
     return {QStringLiteral("came-back"),
@@ -113,7 +113,7 @@ Step unusedDialogsStep()
             [](const Console &console) { return console.newInfoLines().isEmpty(); }};
 }
 
-/// Logs are the operator's, and none of what is to be measured.
+/// Logs grow with use and must not count as a leak.
 Step clearLogsStep()
 {
     return {QStringLiteral("clear-logs"),

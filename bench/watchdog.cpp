@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int Patience = 120000; // ms; every wait of a step ends long before
+constexpr int Timeout = 120000; // ms; longer than any wait of a step
 
 } // namespace
 
@@ -16,7 +16,7 @@ Watchdog::~Watchdog()
     wait();
 }
 
-void Watchdog::beginsWith(const QString &work)
+void Watchdog::begin(const QString &work)
 {
     const QMutexLocker locker(&mutex);
     current = work;
@@ -25,7 +25,7 @@ void Watchdog::beginsWith(const QString &work)
 
 void Watchdog::run()
 {
-    while (begun.tryAcquire(1, Patience)) {
+    while (begun.tryAcquire(1, Timeout)) {
         if (over)
             return;
     }

@@ -6,7 +6,7 @@
 
 #include <atomic>
 
-/// Ends the program, telling what was done last, when that takes minutes: something hangs.
+/// Ends the program with an error when one piece of work takes minutes, and prints its name.
 class Watchdog : public QThread
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     Watchdog() { start(); }
     ~Watchdog() override;
 
-    void beginsWith(const QString &work);
+    void begin(const QString &work);
 
 protected:
     void run() override;

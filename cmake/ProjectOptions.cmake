@@ -1,6 +1,6 @@
-# What every target of the project is compiled with.
+# Compile options of all targets.
 option(QUIREL_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
-option(QUIREL_FUZZ "Build the fuzz targets with libFuzzer, which needs clang, and nothing else" OFF)
+option(QUIREL_FUZZ "Build only the fuzz targets, with libFuzzer (needs clang)" OFF)
 option(QUIREL_WERROR "Treat warnings as errors" OFF)
 
 add_library(quirel_options INTERFACE)

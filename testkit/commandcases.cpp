@@ -13,7 +13,7 @@ constexpr bool Told = false;
 
 using Filling = std::function<bool(CmdClient &, uint8_t *out, uint32_t *length)>;
 
-/// A command that fills a buffer: all of it, or as many bytes as it says.
+/// A command that fills a buffer, as a whole or with the length that it returns.
 Call filling(size_t capacity, const Filling &call)
 {
     return [capacity, call](CmdClient &client, QByteArray *result) {
@@ -46,13 +46,13 @@ CommandCase value(const char *name, const char *request, const char *reply, cons
     return {name, call, hex(request), hex(reply), hex(result), silent};
 }
 
-/// A command that puts out four bytes of text.
+/// A command that returns four bytes of text.
 CommandCase text(const char *name, const char *request, const Call &call)
 {
     return {name, call, hex(request), hex("EAC5 000005 00 7B22617D"), "{\"a}", Told};
 }
 
-/// Bytes in which neighbours differ; the first, where others have a status, is not 0.
+/// Returns bytes whose neighbours differ; the first, at the offset of the status, is not 0.
 QByteArray pattern(int size, int shift = 1)
 {
     QByteArray bytes(size, '\0');

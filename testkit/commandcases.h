@@ -5,11 +5,11 @@
 #include <functional>
 #include <vector>
 
-/// Calls a command; on success `result` gets the bytes that it put out, on failure what shows that
-/// an output was touched.
+/// Calls a command. `result` gets the bytes that it wrote; after a failure it shows whether an
+/// output was changed.
 using Call = std::function<bool(CmdClient &client, QByteArray *result)>;
 
-/// A command with chosen arguments, and its exchange when all goes well.
+/// A command with arguments, and its exchange when it succeeds.
 struct CommandCase
 {
     const char *name;
@@ -17,14 +17,14 @@ struct CommandCase
     QByteArray request;
     QByteArray reply;
     QByteArray result;
-    bool silent; ///< leaves no line on a time-out
+    bool silent; ///< a timeout is not logged
 };
 
-/// Every command once, in an order in which a terminal carries out each.
+/// Every command once, in an order in which a terminal accepts each of them.
 const std::vector<CommandCase> &commandCases();
 const CommandCase &commandCase(const QByteArray &name);
 
-/// A command that puts nothing out. What pointers point to must last.
+/// A command without outputs. Pointers must stay valid.
 template <class... Wanted, class... Given>
 Call plainCall(bool (CmdClient::*command)(Wanted...), Given... given)
 {
@@ -33,7 +33,7 @@ Call plainCall(bool (CmdClient::*command)(Wanted...), Given... given)
     };
 }
 
-/// Buffers end with a guard byte behind this capacity.
+/// Commands with an output buffer of this capacity, followed by a guard byte.
 Call textCall(bool (CmdClient::*get)(char *, uint32_t *, size_t), size_t capacity);
 Call userListCall(size_t capacity);
 Call recordPageCall(size_t capacity);

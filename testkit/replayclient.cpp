@@ -16,7 +16,7 @@ constexpr int PieceTimeout = 100; // ms; longer than a delayed acknowledgement
 
 } // namespace
 
-/// The peer's side, too.
+/// The client's host, and the peer that it is connected to.
 class ReplayClient::Host : public ClientHost
 {
 public:
@@ -36,7 +36,7 @@ public:
     }
 
     QTcpServer server;
-    const QTcpSocket *socket = nullptr; ///< the client's
+    const QTcpSocket *socket = nullptr; ///< of the client
     QByteArray reply;
     QByteArray request;
 
@@ -56,14 +56,14 @@ private:
         request = peer->readAll();
         peer->write(reply);
         // A small reply arrives at once, a large one in pieces with pauses between them.
-        const int patience = reply.size() > SmallReply ? PieceTimeout : 0;
-        QDeadlineTimer quiet(patience);
+        const int timeout = reply.size() > SmallReply ? PieceTimeout : 0;
+        QDeadlineTimer deadline(timeout);
         do {
             peer->flush();
             if (socket->bytesAvailable() > 0)
-                quiet.setRemainingTime(patience);
+                deadline.setRemainingTime(timeout);
             QCoreApplication::processEvents();
-        } while (!complete() && (peer->bytesToWrite() > 0 || !quiet.hasExpired()));
+        } while (!complete() && (peer->bytesToWrite() > 0 || !deadline.hasExpired()));
         return complete();
     }
 

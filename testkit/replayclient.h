@@ -4,18 +4,18 @@
 
 class QTextEdit;
 
-/// A client whose every request is answered with the same prepared bytes. It is connected to a
-/// peer in the same thread, so that no time passes: a wait ends as soon as all bytes have arrived.
+/// A client whose requests are all answered with the same prepared bytes. Its peer is in the same
+/// thread, and a wait ends as soon as all bytes have arrived.
 class ReplayClient : public CmdClient
 {
     Q_OBJECT
 
 public:
-    /// The log is borrowed.
+    /// Writes to a log that the caller owns.
     explicit ReplayClient(QTextEdit *log);
 
     void setReply(const QByteArray &bytes);
-    /// The last request that was answered.
+    /// Returns the last request that was answered.
     QByteArray lastRequest() const;
 
 private:

@@ -36,7 +36,7 @@ struct ConfigRig : DialogRig
     {
     }
 
-    /// The lines that the button brings, with a bar between them.
+    /// Clicks the button and returns the new log lines, joined with "|".
     QString press(const QString &caption)
     {
         log.clear();
@@ -49,13 +49,13 @@ struct ConfigRig : DialogRig
         peer.expect({hex("EAC5 000001") + hex(words[GetCode]), {answer}});
         return press(button);
     }
-    /// What follows the line that it always brings.
+    /// Loads the document and returns the log lines behind the first, which is always the same.
     QString load(const QByteArray &document)
     {
-        const QString told = get("Load", document);
-        if (told.section('|', 0, 0) != QString(words[Loaded]).arg(document.size()))
-            QTest::qFail(qPrintable(told), __FILE__, __LINE__);
-        return told.section('|', 1);
+        const QString lines = get("Load", document);
+        if (lines.section('|', 0, 0) != QString(words[Loaded]).arg(document.size()))
+            QTest::qFail(qPrintable(lines), __FILE__, __LINE__);
+        return lines.section('|', 1);
     }
     QString send(const char *button, const QByteArray &document, const QByteArray &answer = Ok)
     {
@@ -70,16 +70,16 @@ struct ConfigRig : DialogRig
     }
 
     const char *const *words;
-    const QString path; ///< of the exported file
+    const QString path; ///< path of the exported file
 };
 
-/// A row's tag begins with the name of its dialog.
+/// Returns the dialog of the current row, whose tag begins with the dialog's name.
 inline int dialogOfRow()
 {
     return QByteArray("ouv").indexOf(QTest::currentDataTag()[0]);
 }
 
-/// What the dialogs have written beside the program.
+/// Removes the files that the dialogs have written beside the program.
 inline void removeExports()
 {
     QDir folder(QCoreApplication::applicationDirPath());

@@ -11,10 +11,10 @@ using Pieces = QList<QByteArray>;
 
 namespace {
 
-const char AnyRequest[] =
-    "EAC5 000001 00"; // what a client that has sent nothing yet sends as 6 bytes
+const char AnyRequest[] = "EAC5 000001 00"; // the client's empty send buffer with a head of 6 bytes
 
-/// Notes while a command runs whether it waits, and when the busy cursor shows up.
+/// Records whether the client waits while a command runs, and when the busy cursor
+/// appears.
 class WaitProbe : public QObject
 {
     Q_OBJECT
@@ -29,7 +29,7 @@ public:
     }
 
     bool waiting = false;
-    qint64 busyAfter = -1; ///< ms; -1: not yet
+    qint64 busyAfter = -1; ///< ms; -1: the cursor has not appeared
 
 private slots:
     void look()
@@ -46,7 +46,7 @@ private:
     QElapsedTimer clock;
 };
 
-/// Interrupts a wait in its first round for so many milliseconds and measures the others.
+/// Interrupts the first round of a wait and measures the length of the others.
 class Interruption : public QObject
 {
     Q_OBJECT
@@ -90,16 +90,16 @@ class TestCmdClient : public QObject
 
 private slots:
     void connectsAndDisconnects();
-    void reconnectsWhenThePeerHasLeft();
-    void noticesThatSendingFails();
+    void reconnectsAfterThePeerDisconnects();
+    void reportsAFailedSend();
     void failsToConnect();
-    void waits_data();
-    void waits();
-    void makesUpForLateRounds();
+    void waitsForReplies_data();
+    void waitsForReplies();
+    void shortensRoundsAfterADelay();
     void discardsLateData();
-    void resynchronizes();
-    void showsThatItWaits();
-    void sendsNoPacketOfAnotherSize();
+    void reconnectsAfterAFailedCommand();
+    void showsTheBusyCursor();
+    void refusesInvalidPacketSizes();
 };
 
 void TestCmdClient::connectsAndDisconnects()
@@ -123,7 +123,7 @@ void TestCmdClient::connectsAndDisconnects()
                      "Device connected.\nThe connection is abandoned.\nDevice connected."));
 }
 
-void TestCmdClient::reconnectsWhenThePeerHasLeft()
+void TestCmdClient::reconnectsAfterThePeerDisconnects()
 {
     Link link;
     QTRY_COMPARE(link.peer.connectionCount(), 1);
@@ -139,14 +139,14 @@ void TestCmdClient::reconnectsWhenThePeerHasLeft()
              QString("Fail to send the data packet：-1\nDevice connected."));
 }
 
-void TestCmdClient::noticesThatSendingFails()
+void TestCmdClient::reportsAFailedSend()
 {
     Link link;
     QTRY_COMPARE(link.peer.connectionCount(), 1);
     link.peer.closeConnection();
     int sent = 0;
     while (link.client.sendPacket(6) == 1 && ++sent < 5000)
-        QThread::msleep(1); // no events that would tell of the end
+        QThread::msleep(1); // without events, which would report the closed connection
     QVERIFY(sent < 5000);
     QVERIFY(!link.client.hasConnection());
     QCOMPARE(link.log.toPlainText(), QString("Fail to send the data packet：-1"));
@@ -155,7 +155,7 @@ void TestCmdClient::noticesThatSendingFails()
 void TestCmdClient::failsToConnect()
 {
     for (const char *host : {"127.0.0.1", "", static_cast<const char *>(nullptr)}) {
-        Link link; // from a good connection, so that a failure is seen to end it
+        Link link; // connected, so that a failure can be seen to end the connection
         QVERIFY(!link.client.connectToDevice(host, freePort()));
         QCOMPARE(link.client.sendPacket(6), 0);
         QCOMPARE(link.log.toPlainText(),
@@ -163,7 +163,7 @@ void TestCmdClient::failsToConnect()
     }
 }
 
-void TestCmdClient::sendsNoPacketOfAnotherSize()
+void TestCmdClient::refusesInvalidPacketSizes()
 {
     Link link;
     for (const uint32_t refused : {0U, 5U, 65537U, 4294967295U})
@@ -171,7 +171,7 @@ void TestCmdClient::sendsNoPacketOfAnotherSize()
     QCOMPARE(link.log.toPlainText(), QString());
 }
 
-void TestCmdClient::waits_data()
+void TestCmdClient::waitsForReplies_data()
 {
     QTest::addColumn<bool>("declared"); // waits for the declared length, up to `bytes`
     QTest::addColumn<int>("bytes");
@@ -199,7 +199,7 @@ void TestCmdClient::waits_data()
     reply("reply-below-cap", {hex("EAC5 FFFFFF 00 6162")}, "fail data num: 8", 9);
 }
 
-void TestCmdClient::waits()
+void TestCmdClient::waitsForReplies()
 {
     QFETCH(bool, declared);
     QFETCH(int, bytes);
@@ -220,7 +220,7 @@ void TestCmdClient::waits()
     QCOMPARE(link.log.toPlainText(), QString());
 }
 
-void TestCmdClient::makesUpForLateRounds()
+void TestCmdClient::shortensRoundsAfterADelay()
 {
     constexpr qint64 Pause = 1000000; // ns
     Link link;
@@ -228,9 +228,9 @@ void TestCmdClient::makesUpForLateRounds()
     QVERIFY(!link.client.waitAck(6, 300));
     const std::vector<qint64> &rounds = interruption.rounds;
     QCOMPARE(rounds.size(), size_t{299});
-    const auto hurried =
+    const auto shortened =
         std::count_if(rounds.begin(), rounds.end(), [](qint64 length) { return length < Pause; });
-    QVERIFY2(hurried > 50, qPrintable(QString::number(hurried)));
+    QVERIFY2(shortened > 50, qPrintable(QString::number(shortened)));
     QVERIFY(
         std::all_of(rounds.end() - 9, rounds.end(), [](qint64 length) { return length >= Pause; }));
 }
@@ -250,8 +250,8 @@ void TestCmdClient::discardsLateData()
     QVERIFY(!link.client.waitReply(1, 5));
 }
 
-// Nothing late can arrive on the new connection.
-void TestCmdClient::resynchronizes()
+// After a failed command the client connects again, so that a late reply cannot arrive.
+void TestCmdClient::reconnectsAfterAFailedCommand()
 {
     Link link;
     const auto connectedAfter = [&link](const QList<QByteArray> &pieces) {
@@ -270,7 +270,7 @@ void TestCmdClient::resynchronizes()
     link.client.distrustReply();
     QVERIFY(link.client.resynchronize());
     QTRY_COMPARE(link.peer.connectionCount(), 4);
-    QCOMPARE(link.log.toPlainText(), QString()); // not a line
+    QCOMPARE(link.log.toPlainText(), QString());
 
     link.client.distrustReply();
     link.peer.closeConnection();
@@ -278,7 +278,7 @@ void TestCmdClient::resynchronizes()
     QVERIFY(!link.client.resynchronize());
 }
 
-void TestCmdClient::showsThatItWaits()
+void TestCmdClient::showsTheBusyCursor()
 {
     Link link;
     for (const int delay : {0, 900}) {

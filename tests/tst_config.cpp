@@ -20,17 +20,17 @@ private slots:
     void showsValues();
     void loadsAndSends_data();
     void loadsAndSends();
-    void knowsDottedQuads();
+    void recognisesDottedQuads();
     void describesTheMode();
-    void takesWhatIsTyped();
-    void looksAfterTheDevice_data();
-    void looksAfterTheDevice();
+    void limitsTypedText();
+    void setsClockAndSensor_data();
+    void setsClockAndSensor();
     void setsTheClockWithinItsYears();
 };
 
 namespace {
 
-/// The JSON text that the form stands for, which has ' for ", / for a new line and > for a tab.
+/// Returns the JSON text of a form, in which ' stands for ", / for a line break and > for a tab.
 QByteArray written(QByteArray form)
 {
     return form.replace('\'', '"').replace('/', '\n').replace('>', '\t');
@@ -41,10 +41,10 @@ QByteArray written(QByteArray form)
 void TestConfig::showsValues_data()
 {
     QTest::addColumn<QString>("keys");
-    QTest::addColumn<QStringList>("accepted"); ///< value=shown
+    QTest::addColumn<QStringList>("accepted"); ///< "value=shown"
     QTest::addColumn<QStringList>("refused");
-    QTest::addColumn<QString>("line");  ///< for a refused value; empty: none
-    QTest::addColumn<int>("elsewhere"); ///< dialog where the key means something else
+    QTest::addColumn<QString>("line");  ///< log line for a refused value; empty: none
+    QTest::addColumn<int>("elsewhere"); ///< dialog where the key has another meaning
 
     const auto row = [](const char *keys, const QStringList &accepted, const QString &refused,
                         const char *line = "", int elsewhere = -1) {
@@ -99,7 +99,7 @@ void TestConfig::showsValues_data()
     row("manufacture name, dev notes, dev location desc", texts(32), "");
 }
 
-// The keys stand in every block, so that each dialog finds those that it has.
+// Each block of the document has all keys; every dialog shows the ones that it knows.
 void TestConfig::showsValues()
 {
     QFETCH(QString, keys);
@@ -137,8 +137,8 @@ void TestConfig::showsValues()
 void TestConfig::loadsAndSends_data()
 {
     QTest::addColumn<QByteArray>("document");
-    QTest::addColumn<QString>("lines");   ///< behind the first
-    QTest::addColumn<QByteArray>("form"); ///< of what is sent then
+    QTest::addColumn<QString>("lines");   ///< log lines behind the first
+    QTest::addColumn<QByteArray>("form"); ///< form of the document that is sent
 
     const QByteArray forms[] = {
         "{/>'cfg output block' : />{/>>'record server port' : 1000,/>>'record server protocal' : 0,"
@@ -156,7 +156,7 @@ void TestConfig::loadsAndSends_data()
         "/>>'manufacture name' : '',/>>'sound volume' : 0,/>>'user dev type' : 0/>},"
         "/>'sys set' : null,/>'work param' : />{/>>'auto reboot' : 1,/>>'auto reboot time' : 270,"
         "/>>'local port' : 1000,/>>'remote enroll func' : 0/>}/}"};
-    /// What is loaded changes the form, old and new by turns.
+    /// `changes` lists the differences from the dialog's initial form: old text, new text, ...
     const auto row = [&](Dialog dialog, const char *tag, const QByteArray &document,
                          const QString &lines, const QByteArrayList &changes = {}) {
         QByteArray form = forms[dialog];
@@ -196,7 +196,7 @@ void TestConfig::loadsAndSends_data()
          "weigen type' : 1"});
     row(User, "goes-on", R"({"use qrcode": 3, "recg mode": 4, "auto reboot time": 450})",
         "Wrong authentication mode data|Wrong QR code parameter data", {"270", "450"});
-    // A length limit within a character takes all of it away.
+    // A length limit within a character removes the whole character.
     row(Vendor, "goes-on",
         R"({"dev info": {"sound volume": 32, "manufacture name": "张\u4e09",
                          "dev notes": "1234567890123456789012345678901😀"},
@@ -230,7 +230,7 @@ void TestConfig::loadsAndSends()
     QVERIFY(!QFile::exists(rig.path));
 }
 
-void TestConfig::knowsDottedQuads()
+void TestConfig::recognisesDottedQuads()
 {
     for (const char *text : {"0.0.0.0", "255.255.255.255", "1..2.3", "...", "a.b.c.d", "01.2.3.4"})
         QVERIFY2(isDottedQuad(text), text);
@@ -256,8 +256,8 @@ void TestConfig::describesTheMode()
     QCOMPARE(box->toPlainText(), QString());
 }
 
-// Enter presses no button: the peer expects no request.
-void TestConfig::takesWhatIsTyped()
+// The Enter key presses no button: the peer would report a request.
+void TestConfig::limitsTypedText()
 {
     using Typing = std::tuple<Dialog, const char *, const char *, const char *>;
     for (const auto &[dialog, key, typed, shown] : {
@@ -280,13 +280,13 @@ void TestConfig::takesWhatIsTyped()
     }
 }
 
-void TestConfig::looksAfterTheDevice_data()
+void TestConfig::setsClockAndSensor_data()
 {
     QTest::addColumn<QString>("button");
-    QTest::addColumn<QByteArray>("request"); ///< empty: none, or one with the time
-    QTest::addColumn<QByteArray>("answer");  ///< empty: none
+    QTest::addColumn<QByteArray>("request"); ///< empty: none, or it contains the time
+    QTest::addColumn<QByteArray>("answer");  ///< empty: no answer
     QTest::addColumn<QString>("lines");
-    QTest::addColumn<QString>("typed"); ///< into the box that opens; empty: it is cancelled
+    QTest::addColumn<QString>("typed"); ///< in the box that opens; empty: it is cancelled
     const auto row = [](const char *tag, const char *button, const char *request,
                         const char *answer, const char *lines, const char *typed = "") {
         QTest::newRow(tag) << button << hex(request) << hex(answer) << lines << typed;
@@ -312,7 +312,7 @@ void TestConfig::looksAfterTheDevice_data()
     row("reset", "reset", "", "", "Not supported for now.");
 }
 
-void TestConfig::looksAfterTheDevice()
+void TestConfig::setsClockAndSensor()
 {
     QFETCH(QString, button);
     QFETCH(QByteArray, request);

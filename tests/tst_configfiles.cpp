@@ -7,7 +7,7 @@
 
 #include <sys/stat.h>
 
-/// The documents as files, and whole.
+/// Export and import of the configuration documents.
 class TestConfigFiles : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ private slots:
     void cleanup() { removeExports(); }
     void exportsAndImports_data();
     void exportsAndImports();
-    void keepsTheTerminalsDocument();
+    void restoresTheTerminalsDocument();
 };
 
 namespace {
@@ -38,7 +38,7 @@ void TestConfigFiles::exportsAndImports_data()
 {
     QTest::addColumn<QString>("obstacle");
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("line"); ///< of the import
+    QTest::addColumn<QString>("line"); ///< log line of the import
     for (const auto &words : Words) {
         const auto row = [&](const char *obstacle, const QByteArray &content, const QString &line) {
             const QByteArray tag = words[Name] + ('-' + QByteArray(obstacle));
@@ -56,7 +56,7 @@ void TestConfigFiles::exportsAndImports_data()
     }
 }
 
-// The file that is exported is there before, too, and longer.
+// A longer file with the name of the exported file exists before.
 void TestConfigFiles::exportsAndImports()
 {
     QFETCH(QString, obstacle);
@@ -69,7 +69,7 @@ void TestConfigFiles::exportsAndImports()
     if (!isFolder)
         file.write(content + QByteArray(content.size() < 100 ? 100 : 0, 'o'));
     file.close();
-    if (content.size() < 100) { // what a terminal sends
+    if (content.size() < 100) { // a terminal's document
         const QString end = QString(rig.words[isFolder ? NotSaved : Saved]).arg(rig.path);
         QCOMPARE(rig.get("Export", content), QString("File loaded：%1|").arg(content.size()) + end);
     }
@@ -87,7 +87,7 @@ void TestConfigFiles::exportsAndImports()
         (obstacle == "cancelled" ? answer::close() : answer::file(rig.path))(box);
         if (obstacle == "gone" || obstacle == "pipe")
             QVERIFY(file.remove());
-        if (obstacle == "pipe") // without a writer
+        if (obstacle == "pipe") // a pipe without a writer
             QCOMPARE(mkfifo(qPrintable(rig.path), S_IRUSR), 0);
     });
     const bool isRefused = obstacle == "refused";
@@ -96,8 +96,8 @@ void TestConfigFiles::exportsAndImports()
              line.replace("%1", rig.path));
 }
 
-// Set and Import bring back every value that it had when it was loaded and exported.
-void TestConfigFiles::keepsTheTerminalsDocument()
+// Set and Import restore every value that was loaded or exported.
+void TestConfigFiles::restoresTheTerminalsDocument()
 {
     sim::Terminal terminal;
     QVERIFY(terminal.listen(QHostAddress::LocalHost, 0));

@@ -17,7 +17,7 @@ class TestDialogs : public QObject
     Q_OBJECT
 
 public:
-    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // with digits of its own
+    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // a locale with other digits
 
 private slots:
     void initTestCase();
@@ -26,14 +26,14 @@ private slots:
     void addsAUser();
     void getsAnEmptyId_data();
     void getsAnEmptyId();
-    void limitsWhatIsTyped();
+    void limitsTypedText();
     void loadsARemoteEnrollment_data();
     void loadsARemoteEnrollment();
     void setsTheSerialNumber_data();
     void setsTheSerialNumber();
     void keepsATypedSerialNumber();
-    void makesASerialNumber();
-    void offersNoUpgradeYet();
+    void generatesASerialNumber();
+    void doesNotUpgradeYet();
 
 private:
     static QDir remote() { return QCoreApplication::applicationDirPath() + "/remote"; }
@@ -43,7 +43,7 @@ namespace {
 
 const QByteArray Ok = hex("EAC5 000001 00");
 
-/// One of a pair's two frames; no two rows and no two frames are alike.
+/// Returns one of a pair's two frames; all frames and all rows differ.
 QByteArray frame(int index, int camera)
 {
     QByteArray bytes;
@@ -60,7 +60,7 @@ void TestDialogs::initTestCase()
 {
     prepareAppearance();
     useLanguage();
-    QCOMPARE(QDate(2026, 1, 2).toString("yy"), QString("۲۶")); // so the locale is in force
+    QCOMPARE(QDate(2026, 1, 2).toString("yy"), QString("۲۶")); // the locale is in effect
 }
 
 void TestDialogs::addsAUser_data()
@@ -68,14 +68,14 @@ void TestDialogs::addsAUser_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("card");
     QTest::addColumn<QString>("department");
-    QTest::addColumn<QByteArray>("record"); ///< empty: nothing is sent
+    QTest::addColumn<QByteArray>("record"); ///< empty: no request is sent
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<QStringList>("lines");
 
     const QString thirty(10, QChar(0x5F20)); // UTF-8 bytes
     const QString thirtyTwo(16, QChar(0xE9));
     const QString thirtyThree(11, QChar(0x5F20));
-    const QChar half(0xD83D); // of a character, whose other half a length limit took
+    const QChar half(0xD83D); // first half of a surrogate pair that the length limit has cut
     const auto field = [half](QString text) {
         return text.remove(half).toUtf8().leftJustified(32, '\0');
     };
@@ -156,7 +156,7 @@ void TestDialogs::getsAnEmptyId()
     QTEST(rig.find<QSpinBox>("userIdSpinBox")->value(), "value");
 }
 
-void TestDialogs::limitsWhatIsTyped()
+void TestDialogs::limitsTypedText()
 {
     const DialogRig user(makeDialog<AddUserDlg>);
     const DialogRig settings(makeDialog<setSysInfoDlg>);
@@ -175,9 +175,9 @@ void TestDialogs::limitsWhatIsTyped()
 
 void TestDialogs::loadsARemoteEnrollment_data()
 {
-    QTest::addColumn<int>("refused");      ///< index of an image; 5: the features; -1: none
-    QTest::addColumn<int>("silent");       ///< the same, for a request without an answer
-    QTest::addColumn<QString>("obstacle"); ///< in remote/; a dot: remote/ itself is missing
+    QTest::addColumn<int>("refused");      ///< request: index of an image, 5: features, -1: none
+    QTest::addColumn<int>("silent");       ///< request without an answer, likewise
+    QTest::addColumn<QString>("obstacle"); ///< a folder made in remote/; ".": no remote/
     QTest::addColumn<int>("requests");
     QTest::addColumn<QStringList>("lines");
 
@@ -227,7 +227,7 @@ void TestDialogs::loadsARemoteEnrollment()
             rig.peer.expect({request, {i == refused ? hex("EAC5 000001 02") : answer}});
     }
     rig.click("readBtnClickAct");
-    // A late picture could still arrive on the old connection.
+    // The dialog connects again, since a late picture could arrive on the old connection.
     QCOMPARE(rig.peer.connectionCount(), silent < 0 ? 1 : 2);
     QCOMPARE(rig.lines(), lines);
 
@@ -281,7 +281,7 @@ void TestDialogs::setsTheSerialNumber()
     QTEST(rig.lines(), "lines");
 }
 
-// The peer expects no request either.
+// The peer would report a request.
 void TestDialogs::keepsATypedSerialNumber()
 {
     const DialogRig rig(makeDialog<setSysInfoDlg>);
@@ -291,7 +291,7 @@ void TestDialogs::keepsATypedSerialNumber()
     QCOMPARE(edit->text(), QString("KV2601SIM000001"));
 }
 
-void TestDialogs::makesASerialNumber()
+void TestDialogs::generatesASerialNumber()
 {
     const DialogRig rig(makeDialog<setSysInfoDlg>);
     const auto *edit = rig.find<QLineEdit>("serialEdit");
@@ -306,11 +306,11 @@ void TestDialogs::makesASerialNumber()
         made.insert(edit->text());
         return made.size() > 5;
     };
-    QTRY_VERIFY(another()); // the time of day seeds them
+    QTRY_VERIFY(another()); // the random part is seeded with the time of day
     QCOMPARE(rig.lines(), QStringList());
 }
 
-void TestDialogs::offersNoUpgradeYet()
+void TestDialogs::doesNotUpgradeYet()
 {
     const DialogRig rig(makeDialog<setSysInfoDlg>);
     const auto *path = rig.find<QLineEdit>("firmwareEdit");

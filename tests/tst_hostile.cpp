@@ -10,18 +10,18 @@
 
 enum Outcome : int { Refused, Unreadable, Text, TextAndZero };
 
-/// What takes a JSON document of the terminal, and a document that gives it one value as a text and
-/// as a number.
+/// A button that requests a JSON document, and a form of that document with one value used as a
+/// text and as a number.
 struct Receiver
 {
     const char *name;
     MakeWindow make; ///< null: the main window
     const char *code;
     const char *button;
-    int longest;         ///< bytes of a document
-    QByteArray form;     ///< @: the value
-    QStringList lines;   ///< by Outcome; %1: the text, %2: number of bytes, %3: one more
-    QByteArray controls; ///< name of the text's and of the number's, with a bar between them
+    int longest;         ///< maximum size of the document in bytes
+    QByteArray form;     ///< "@" stands for the value
+    QStringList lines;   ///< log lines by Outcome; %1: text, %2: size, %3: size + 1
+    QByteArray controls; ///< names of the controls for text and number, joined with "|"
 };
 Q_DECLARE_METATYPE(Receiver)
 
@@ -30,8 +30,8 @@ class TestHostile : public QObject
     Q_OBJECT
 
 private slots:
-    void showsOrRefuses_data();
-    void showsOrRefuses();
+    void showsOrRefusesDocuments_data();
+    void showsOrRefusesDocuments();
     void showsLongLists();
 };
 
@@ -85,7 +85,7 @@ QByteArray formed(const Receiver &receiver, const QByteArray &value)
     return QByteArray(receiver.form).replace("@", value);
 }
 
-/// A value of as many units as the longest document has room for, between its ends.
+/// Returns a value with as many units between its ends as fit into the longest document.
 QByteArray longest(const Receiver &receiver, const QByteArray &begin, const QByteArray &unit,
                    const QByteArray &end)
 {
@@ -110,7 +110,7 @@ struct Rig
         }
     }
 
-    /// The lines that it brings, with a bar between them.
+    /// Returns the lines that the document adds to the log, joined with "|".
     QString receive(const QByteArray &document) const
     {
         peer->expect({hex("EAC5 000001") + hex(receiver.code),
@@ -119,7 +119,7 @@ struct Rig
         drive::click(window, receiver.button);
         return log->toPlainText().replace('\n', '|');
     }
-    /// What the controls hold, by their names.
+    /// Returns the values of the controls by their names.
     QVariantMap controls() const
     {
         QVariantMap held;
@@ -136,14 +136,14 @@ struct Rig
     const Receiver receiver;
     std::unique_ptr<WindowRig> main;
     std::unique_ptr<DialogRig> dialog;
-    ScriptedPeer *peer = nullptr; ///< these three are of the one or the other
+    ScriptedPeer *peer = nullptr; ///< peer, log and window are those of `dialog` or `main`
     QTextEdit *log = nullptr;
     QWidget *window = nullptr;
 };
 
 } // namespace
 
-void TestHostile::showsOrRefuses_data()
+void TestHostile::showsOrRefusesDocuments_data()
 {
     QTest::addColumn<Receiver>("receiver");
     QTest::addColumn<QByteArray>("document");
@@ -191,9 +191,9 @@ void TestHostile::showsOrRefuses_data()
     }
 }
 
-// Of a line that is too long the log shows the beginning. What is refused leaves the controls as
-// they were, with a 3 loaded into them.
-void TestHostile::showsOrRefuses()
+// The log cuts a line that is too long. A refused document leaves the controls unchanged, with the
+// value 3 that was loaded before.
+void TestHostile::showsOrRefusesDocuments()
 {
     QFETCH(Receiver, receiver);
     QFETCH(QByteArray, document);
@@ -209,10 +209,10 @@ void TestHostile::showsOrRefuses()
         controls[names[1]] = 0;
 
     const int size = document.size();
-    QString told = receiver.lines[outcome];
-    told.replace("%3", QString::number(size + 1)).replace("%2", QString::number(size));
+    QString expected = receiver.lines[outcome];
+    expected.replace("%3", QString::number(size + 1)).replace("%2", QString::number(size));
     const QString shown = QString(text).replace(QChar(0), QChar(0xFFFD));
-    QStringList lines = told.replace("%1", shown).split('|');
+    QStringList lines = expected.replace("%1", shown).split('|');
     for (QString &line : lines) {
         if (line.size() > 1024)
             line = line.left(1024) + "…";
@@ -231,8 +231,8 @@ void TestHostile::showsLongLists()
             const QByteArray begin = all[i].form.left(all[i].form.indexOf('[') + 1);
             const int count = (all[i].longest - begin.size() - 2) / entry.size();
             const QByteArray document = begin + entry.repeated(count).chopped(1) + "]}";
-            const QStringList told = Rig(all[i]).receive(document).split('|');
-            QCOMPARE(told.mid(qMax(0, told.size() - 50000)).count(lines[i]), 50000);
+            const QStringList shown = Rig(all[i]).receive(document).split('|');
+            QCOMPARE(shown.mid(qMax(0, shown.size() - 50000)).count(lines[i]), 50000);
         }
     }
 }

@@ -49,7 +49,7 @@ void TestJson::parses()
 void TestJson::readsMembers_data()
 {
     QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<QVariant>("text"); // invalid where it cannot be read so
+    QTest::addColumn<QVariant>("text"); // invalid if it cannot be read as this type
     QTest::addColumn<QVariant>("number");
 
     const auto row = [](const char *name, const char *value, const QVariant &text,

@@ -21,15 +21,15 @@ class TestLogView : public QObject
     Q_OBJECT
 
 private slots:
-    void offersMoreThanQtDoes_data();
-    void offersMoreThanQtDoes();
+    void extendsTheContextMenu_data();
+    void extendsTheContextMenu();
     void copiesAll();
     void finds_data();
     void finds();
-    void findsWhatIsSelected();
-    void findsWhatArrivesMeanwhile();
+    void searchesForTheSelection();
+    void findsNewLines();
     void savesWithTimes();
-    void tellsWhatCouldNotBeSaved();
+    void reportsAFailedSave();
 };
 
 namespace {
@@ -45,14 +45,14 @@ QAction *action(const LogView &log, const QString &text)
 
 } // namespace
 
-void TestLogView::offersMoreThanQtDoes_data()
+void TestLogView::extendsTheContextMenu_data()
 {
     QTest::addColumn<bool>("enabled");
     QTest::newRow("connected") << true;
     QTest::newRow("disconnected") << false;
 }
 
-void TestLogView::offersMoreThanQtDoes()
+void TestLogView::extendsTheContextMenu()
 {
     QFETCH(bool, enabled);
     LogView log;
@@ -87,7 +87,7 @@ void TestLogView::finds_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("matchCase");
     QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QList<int>>("lines"); ///< that are found one after the other; -1: none
+    QTest::addColumn<QList<int>>("lines"); ///< lines found by repeated clicks; -1: not found
     const QByteArray next("findNextBtnClickAct");
     const QByteArray previous("findPreviousBtnClickAct");
     QTest::newRow("next") << "palm" << false << next << QList<int>{0, 2, 0};
@@ -120,7 +120,7 @@ void TestLogView::finds()
     }
 }
 
-void TestLogView::findsWhatIsSelected()
+void TestLogView::searchesForTheSelection()
 {
     LogView log;
     textlog::append(&log, QStringList{"palm", "vein"});
@@ -133,11 +133,11 @@ void TestLogView::findsWhatIsSelected()
         return log.findChild<QLineEdit *>("findEdit")->text();
     };
     QCOMPARE(sought(3), QString("pal"));
-    QCOMPARE(sought(7), QString("pal")); // of two lines: none to be found
+    QCOMPARE(sought(7), QString("pal")); // a selection of two lines is not searched for
     QCOMPARE(sought(0), QString("pal"));
 }
 
-void TestLogView::findsWhatArrivesMeanwhile()
+void TestLogView::findsNewLines()
 {
     QWidget window;
     auto *log = new LogView(&window);
@@ -169,7 +169,7 @@ void TestLogView::savesWithTimes()
     QVERIFY(log.toPlainText().startsWith("掌纹：1\n2\n"));
 }
 
-void TestLogView::tellsWhatCouldNotBeSaved()
+void TestLogView::reportsAFailedSave()
 {
     const QTemporaryDir folder;
     LogView log;

@@ -22,9 +22,9 @@ class TestMainWindow : public QObject
 private slots:
     void hasItsSlotsInOrder();
     void startsUnconnected();
-    void leadsTheTabKey();
-    void tellsItsVersion();
-    void showsWhatHasNoRoom();
+    void hasItsTabOrder();
+    void showsItsVersion();
+    void showsTextsThatDoNotFit();
     void connects();
     void reconnectsWhileListening();
     void keepsItsStateWhenConnectingFails();
@@ -77,14 +77,14 @@ void TestMainWindow::startsUnconnected()
     QCOMPARE(window.findChild<QSpinBox *>("idSpinBox")->minimum(), 1);
 
     const WindowRig rig;
-    rig.click("closeBtnClickAct"); // nothing to disconnect yet
+    rig.click("closeBtnClickAct"); // there is no connection yet
     QCOMPARE(rig.enabledGroups(), UnconnectedGroups);
     QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect"));
     QCOMPARE(rig.caption("openWatchBtnClickAct"), QString("Start Listening"));
     QCOMPARE(rig.lines("infoText") + rig.lines("watchText"), QStringList());
 }
 
-void TestMainWindow::leadsTheTabKey()
+void TestMainWindow::hasItsTabOrder()
 {
     const MainWindow window;
     QCOMPARE(window.focusWidget()->objectName(), QString("openBtnClickAct"));
@@ -102,7 +102,7 @@ void TestMainWindow::leadsTheTabKey()
                                "Message Listening", "Hint"}));
 }
 
-void TestMainWindow::tellsItsVersion()
+void TestMainWindow::showsItsVersion()
 {
     MainWindow window;
     window.show();
@@ -116,9 +116,9 @@ void TestMainWindow::tellsItsVersion()
     QVERIFY2(text.startsWith("Quirel " QUIREL_VERSION "\n"), qPrintable(text));
 }
 
-void TestMainWindow::showsWhatHasNoRoom()
+void TestMainWindow::showsTextsThatDoNotFit()
 {
-    // Its lists are no wider than their boxes.
+    // In this style the lists of combo boxes are no wider than their boxes.
     const std::unique_ptr<QStyle> style(QStyleFactory::create("Windows"));
     ElidingComboBox combo;
     combo.setStyle(style.get());

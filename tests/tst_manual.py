@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Holds the manual against what it is about: its links and pictures lead somewhere, it has each
-line that the logs can show and each key of the configuration documents and no others, and the
-simulated terminal understands what the pages start it with.
+"""Checks the manual: its links and pictures exist, it lists exactly the lines that the logs can show
+and the keys of the configuration documents, and the simulated terminal accepts the options on the
+pages.
 
 tst_manual.py SOURCE_TREE SIMULATED_TERMINAL"""
 
@@ -16,8 +16,8 @@ SOURCE, SIMULATOR = Path(sys.argv[1]).resolve(), sys.argv[2]
 MANUAL = SOURCE / "docs/manual"
 PAGES = sorted(SOURCE.glob("docs/**/*.md")) + [SOURCE / "README.md", SOURCE / "CONTRIBUTING.md"]
 
-# A text that goes through tr() is a line of a log, unless it stands in a call, a function or a
-# table of one of these names. So a new line wants its entry, a new kind of caption its name here.
+# A text in tr() is a log line unless it is within a call, a function or a table of one of these
+# names. A new kind of caption needs a name here.
 LOGGING = {"log", "append"}
 CAPTIONS = re.compile("|".join((
     r"create\w+(?<!Act)", r"\w+Tip",  # functions that build a window or a tooltip
@@ -27,8 +27,8 @@ CAPTIONS = re.compile("|".join((
     "choice", "codedChoice", "onOff", "closeOpen",  # items of a control
     "getText", "getInt", "warning", "about", "getOpenFileName", "getSaveFileName", "saveRaw",
     "ModeDescriptions", "SocketStates",
-    "ModeNames", "types")))  # what takes a placeholder's place within a line
-# Captions in a table that has lines, too.
+    "ModeNames", "types")))  # values of placeholders
+# Captions in a table that contains log lines, too.
 BUTTONS = {"Stop Collecting", "stop collecting"}
 
 TOKEN = re.compile(r"""
@@ -38,15 +38,15 @@ TOKEN = re.compile(r"""
   | (?P<sign> [=!]= | \S )""", re.VERBOSE | re.DOTALL)
 TRANSLATED = {("tr", "("), ("QT_TR_NOOP", "("), ("QT_TRANSLATE_NOOP", ","), ("translate", ",")}
 
-# Where a block of a configuration document begins, and a key with its label.
+# The beginning of a block of a configuration document, or a key with its label.
 CONFIG = re.compile(r"""(?:"(?P<block>[^"]+)"|nullptr),\s*\{\s*(?=\{)
   | \{(?:"(?P<key>[^"]+)"|(?P<constant>[A-Z]\w+)),\s*\{
       (?:[A-Z]\w*,[^}]*\},\s*tr\("(?P<label>[^"]+)"\)|\},\s*\{\})""", re.VERBOSE)
 
 
 def translated_texts(code):
-    """Each text that goes through tr(), but for those that are only compared with, and the names of
-    the calls, functions and tables that it stands in."""
+    """Yields each text in tr(), except texts that are only compared, with the names of the calls,
+    functions and tables around it."""
     around, name, last, compared = [], "", "", False
     for match in TOKEN.finditer(code):
         kind, token = match.lastgroup, match.group()
@@ -63,7 +63,7 @@ def translated_texts(code):
             around.append(name)
             name = ""
         elif token in ")}]":
-            name = around.pop()  # of the function whose body may follow, or of the table
+            name = around.pop()  # name of a function whose body may follow, or of a table
         elif token in ";,?:":
             name = ""
         compared = compared and token not in ";,?)&|"
@@ -84,7 +84,7 @@ def code_texts():
 
 
 def rows(page):
-    """The cells of each row of a page's tables, and the headings above it."""
+    """Yields the cells of each row of a page's tables, with the headings above it."""
     headings = {}
     for line in page.read_text(encoding="utf-8").splitlines():
         heading = re.match(r"(#+) (.*)", line)
@@ -101,7 +101,7 @@ def quoted(text):
 
 
 def pieces_of_code(page):
-    """The lines of its blocks, and what stands between backquotes."""
+    """Yields the lines of a page's code blocks and its inline code."""
     text = page.read_text(encoding="utf-8")
     for block in re.findall(r"^```.*?\n(.*?)^```", text, re.MULTILINE | re.DOTALL):
         yield from block.splitlines()
@@ -109,7 +109,7 @@ def pieces_of_code(page):
 
 
 def anchors(page):
-    """Of the page's headings, as the usual renderers of Markdown make them."""
+    """Returns the anchors of a page's headings, as Markdown renderers generate them."""
     text = re.sub(r"^```.*?^```", "", page.read_text(encoding="utf-8"), flags=re.M | re.S)
     headings = re.findall(r"^#+ (.*)", text, re.MULTILINE)
     return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}

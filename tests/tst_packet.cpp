@@ -8,7 +8,7 @@ class TestPacket : public QObject
 
 private slots:
     void writesWithinTheBuffer();
-    void writesNothingMoreOnceUnfitting();
+    void writesNothingAfterAnOverflow();
     void padsFields();
     void readsHead_data();
     void readsHead();
@@ -24,7 +24,7 @@ uint8_t *bytesOf(QByteArray &buffer)
 
 } // namespace
 
-// A number or a text that does not fit leaves no part of itself, nor anything behind the end.
+// A value that does not fit is not written at all, and nothing is written behind the end.
 void TestPacket::writesWithinTheBuffer()
 {
     for (size_t capacity = 0; capacity <= 13; ++capacity) {
@@ -45,7 +45,7 @@ void TestPacket::writesWithinTheBuffer()
     }
 }
 
-void TestPacket::writesNothingMoreOnceUnfitting()
+void TestPacket::writesNothingAfterAnOverflow()
 {
     QByteArray buffer(7, '\0');
     PacketWriter packet(bytesOf(buffer), 7);

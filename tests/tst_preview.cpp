@@ -27,8 +27,8 @@ struct Preview : WindowRig
         return window.findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
     }
     bool isRunning() const { return timer()->isActive(); }
-    /// One letter a button, in the order of `Buttons`; '-' for one that cannot be used within its
-    /// group.
+    /// Returns one letter for each of `Buttons`; '-' stands for a button that is disabled within
+    /// its group.
     QString usable() const
     {
         QString letters;
@@ -38,7 +38,7 @@ struct Preview : WindowRig
         }
         return letters;
     }
-    /// What the readout says with the mouse there on a camera's picture.
+    /// Moves the mouse to a position on a camera's picture and returns the readout.
     QString pixel(const QByteArray &label, QPoint position) const
     {
         QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
@@ -64,14 +64,14 @@ private slots:
     void startsStopsAndFails();
     void endsWithTheConnection_data();
     void endsWithTheConnection();
-    void outlivesTheFirstConnect();
+    void continuesAfterTheFirstConnect();
     void readsPixels_data();
     void readsPixels();
     void readsPixelsByKeyboard();
-    void tellsRatesInTooltips();
+    void showsRatesInTooltips();
     void scalesFramesLikeQt();
     void logsThePalmHeight();
-    void leavesAWaitingCommandAlone();
+    void pausesWhileACommandWaits();
 };
 
 void TestPreview::startsStopsAndFails_data()
@@ -119,7 +119,7 @@ void TestPreview::startsStopsAndFails()
     QTEST(preview.caption(Buttons[button]), "running");
     QCOMPARE(preview.usable(), QString("PVJH"));
 
-    preview.click(Buttons[button]); // brings back the caption, no more
+    preview.click(Buttons[button]); // only restores the caption
     QVERIFY(!preview.isRunning());
     QCOMPARE(preview.caption(Buttons[button]), idle);
     QCOMPARE(preview.lines("infoText"), lines);
@@ -146,8 +146,8 @@ void TestPreview::endsWithTheConnection()
     QCOMPARE(preview.caption("showIrBtnClickAct"), QString("Stop Collecting"));
 }
 
-// Only to connect anew stops it.
-void TestPreview::outlivesTheFirstConnect()
+// Only a repeated connect stops the preview.
+void TestPreview::continuesAfterTheFirstConnect()
 {
     WindowRig rig;
     rig.servePictures();
@@ -173,7 +173,7 @@ void TestPreview::readsPixels_data()
     QTest::newRow("showMixBtnClickAct, vein") << vein << QByteArray() << ofVein;
 }
 
-// Before the first frame, and outside of it, the readout stays as it was.
+// The readout does not change before the first frame or outside of the picture.
 void TestPreview::readsPixels()
 {
     QFETCH(QByteArray, label);
@@ -209,14 +209,14 @@ void TestPreview::readsPixelsByKeyboard()
     preview.click("showRgbBtnClickAct");
     auto *label = preview.find<QLabel>("rgbImgLabel");
     const auto *readout = preview.find<QLabel>("pixelReadoutLabel");
-    preview.pixel("rgbImgLabel", {9, 12}); // from where the mouse was last
+    preview.pixel("rgbImgLabel", {9, 12}); // the keys move on from the mouse's last position
     QTest::keyClick(label, Qt::Key_Right);
     QTest::keyClick(label, Qt::Key_Up);
     QCOMPARE(readout->text(), QString("Pt[10, 11]: 122"));
     QTest::keyClick(label, Qt::Key_Left, Qt::ControlModifier);
     QTest::keyClick(label, Qt::Key_Up, Qt::ControlModifier);
     QTest::keyClick(label, Qt::Key_Up);
-    QTest::keyClick(label, Qt::Key_Up); // the picture ends there
+    QTest::keyClick(label, Qt::Key_Up); // already at the edge
     QCOMPARE(readout->text(), QString("Pt[0, 0]: 1"));
     for (int i = 0; i < 48; ++i) {
         QTest::keyClick(label, Qt::Key_Right, Qt::ControlModifier);
@@ -225,7 +225,7 @@ void TestPreview::readsPixelsByKeyboard()
     QCOMPARE(readout->text(), QString("Pt[359, 479]: 213"));
 }
 
-void TestPreview::tellsRatesInTooltips()
+void TestPreview::showsRatesInTooltips()
 {
     Preview preview;
     const auto tip = [&](const QByteArray &name) {
@@ -248,7 +248,7 @@ void TestPreview::tellsRatesInTooltips()
     QCOMPARE(moving.section('\n', 2), QString::number(framesIn(moving) * 0.3888, 'f', 1) + " MB/s");
     QCOMPARE(tip("rgbImgLabel"), still);
     preview.click("showIrBtnClickAct");
-    QTRY_COMPARE(tip("irImgLabel"), still); // a second later
+    QTRY_COMPARE(tip("irImgLabel"), still);
 
     preview.click("closeBtnClickAct");
     QVERIFY(tip("openBtnClickAct").startsWith("Socket: not connected\nLast reply: "));
@@ -275,8 +275,8 @@ void TestPreview::logsThePalmHeight()
     QTRY_COMPARE(preview.lines("infoText").mid(0, 2), (QStringList{"TOF: 300", "TOF: 300"}));
 }
 
-// The peer tolerates no request before its answer; ticks come due meanwhile.
-void TestPreview::leavesAWaitingCommandAlone()
+// The peer would report a request before its answer, while the preview's timer expires.
+void TestPreview::pausesWhileACommandWaits()
 {
     Preview preview;
     preview.click("showRgbBtnClickAct");

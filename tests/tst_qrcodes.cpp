@@ -14,7 +14,7 @@ class TestQrCodes : public QObject
     Q_OBJECT
 
 private slots:
-    void looksAsDrawn();
+    void hasItsLayout();
     void adds_data();
     void adds();
     void lists_data();
@@ -28,7 +28,7 @@ namespace {
 
 const QByteArray Ok = hex("EAC5 000001 00");
 const QString Han(0x5F20);    // three bytes in UTF-8
-const QString Accented(0xE9); // two
+const QString Accented(0xE9); // two bytes in UTF-8
 
 struct QrRig : DialogRig
 {
@@ -45,7 +45,7 @@ QDateTime at(const QString &time)
 
 } // namespace
 
-void TestQrCodes::looksAsDrawn()
+void TestQrCodes::hasItsLayout()
 {
     const QrRig rig;
     QCOMPARE(rig.dialog->objectName(), QString("QRCodeDialog"));
@@ -126,7 +126,7 @@ void TestQrCodes::adds_data()
     sent("30-and-510-bytes", Han.repeated(10), Han.repeated(170));
     sent("full", "a", "b", hex("EAC5 000001 1E"), "The QR code database is full.");
     sent("duplicate", "a", "b", hex("EAC5 000001 1F"), "Duplicate QR code data.");
-    // Does not exist on this computer.
+    // This time does not exist in the local time zone.
     QTest::newRow("summer-time") << "a"
                                  << "b" << QStringList{"2026-03-29 02:30:00", "2026-03-29 02:30:01"}
                                  << hex("14 1A 03 1D 02 1E 00  14 1A 03 1D 02 1E 01") << Ok

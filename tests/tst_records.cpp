@@ -42,7 +42,7 @@ private:
 
 namespace {
 
-// A month of one digit, which can be chosen all the year round.
+// A month with one digit that can be chosen on any day of the year.
 const QDate Month(QDate::currentDate().year(), 3, 5);
 const QByteArray Ok = hex("EAC5 000001 00");
 
@@ -123,7 +123,7 @@ void TestRecords::showsAPage_data()
         {"Index0: (a, , Palm, d, e)"});
     row("full-field", {record(0, QByteArray(16, 'a'), "b", "c", "d")},
         {"Index0: (aaaaaaaaaaaaaaaab, b, Palm, c, d)"});
-    // The last field ends with the record, whatever follows.
+    // The last field ends with the record, even without a zero.
     row("full-record",
         {record(0, QByteArray(16, '1'), QByteArray(16, '2'), QByteArray(32, '3'),
                 QByteArray(32, '4')),
@@ -193,9 +193,9 @@ void TestRecords::listsTheFiles()
 void TestRecords::exportsAMonth_data()
 {
     QTest::addColumn<int>("count");
-    QTest::addColumn<int>("last"); ///< records in the last page
+    QTest::addColumn<int>("last"); ///< number of records in the last page
     QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("complaint"); ///< empty: none has to be
+    QTest::addColumn<QString>("complaint"); ///< expected error line; empty: none is required
     QTest::newRow("0") << 0 << 0 << ""
                        << "";
     QTest::newRow("150") << 150 << 150 << ""
@@ -214,7 +214,7 @@ void TestRecords::exportsAMonth_data()
                                << "Fail to accept ACK.";
     QTest::newRow("refused") << 6001 << 1 << "getMonthRecords:status=9,from=2,times=40"
                              << "Unknown error: 9";
-    // Time-outs last longer on a busy machine: there may be none.
+    // On a busy machine the timeout may be longer than the delay.
     QTest::newRow("slow") << 3001 << 1 << "getMonthRecords:delay=1200"
                           << "";
     QTest::newRow("late") << 6001 << 1 << "getMonthRecords:late,from=2,times=1"
@@ -284,8 +284,8 @@ void TestRecords::exportsUtf8Only()
 
 void TestRecords::keepsTheOldFile_data()
 {
-    QTest::addColumn<bool>("blocked"); ///< something stands where the file would
-    QTest::addColumn<bool>("ended");   ///< by Esc, while the second page is waited for
+    QTest::addColumn<bool>("blocked"); ///< a folder has the name of the file
+    QTest::addColumn<bool>("ended");   ///< by Esc while the dialog waits for the second page
     QTest::addColumn<QList<ScriptedPeer::Exchange>>("script");
     const QByteArray whole =
         hex("EAC5 0493E3 00 0BB8") + record(0, "a", "b", "c", "d").repeated(3000);
@@ -326,7 +326,7 @@ void TestRecords::keepsTheOldFile()
     rig.click("exportRecordBtnClickAct");
     operatorTimer.stop();
     QCOMPARE(rig.lines().last(), QString("Fail to save the data file."));
-    QCOMPARE(folder().entryList({"record_*"}).size(), 1); // nor is there half a file
+    QCOMPARE(folder().entryList({"record_*"}).size(), 1); // there is no temporary file
     if (!blocked)
         QCOMPARE(contentOf(exportPath()), QByteArray("old\n"));
     QVERIFY(!ended || titles.contains("Access Record Management: 3000 records"));
@@ -402,7 +402,7 @@ void TestRecords::reachesEveryMonth_data()
         QTest::newRow(day) << QDate::fromString(day, Qt::ISODate);
 }
 
-// The day, which is not shown, is today's until a shorter month has cut it.
+// The day, which is not shown, is today's until a shorter month reduces it.
 void TestRecords::reachesEveryMonth()
 {
     QFETCH(QDate, today);

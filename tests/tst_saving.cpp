@@ -18,7 +18,7 @@ class TestSaving : public QObject
     Q_OBJECT
 
 public:
-    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // with digits of its own
+    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // a locale with other digits
 
 private slots:
     void initTestCase() { useLanguage(); }
@@ -28,8 +28,8 @@ private slots:
     void savesPng();
     void savesRaw_data();
     void savesRaw();
-    void savesTheFrameOfTheMoment();
-    void replacesOnlyByAWholeFile();
+    void savesTheCurrentFrame();
+    void replacesAFileOnlyAsAWhole();
 
 private:
     static QDir pictures() { return QCoreApplication::applicationDirPath() + "/img"; }
@@ -47,12 +47,12 @@ struct PreviewedWindow : WindowRig
         if (preview.isEmpty())
             return;
         click(preview);
-        QTRY_VERIFY(peer.servedCount() >= 2); // so the first one has been shown
+        QTRY_VERIFY(peer.servedCount() >= 2); // the first picture is shown by now
         click(preview);
     }
 };
 
-/// While it lives no file can grow beyond so many bytes, as on a full disk.
+/// Limits the size of files, like a full disk, until it is destroyed.
 class FullDisk
 {
 public:
@@ -85,7 +85,7 @@ void TestSaving::savesPng_data()
 {
     QTest::addColumn<QByteArray>("preview");
     QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QString>("outcome"); ///< the refusal, or the start of the name logged
+    QTest::addColumn<QString>("outcome"); ///< error line, or beginning of the logged file name
     QTest::addColumn<bool>("written");
 
     const auto row = [](const char *name, const char *preview, const char *button,
@@ -160,7 +160,7 @@ void TestSaving::savesRaw_data()
     row("saveMixRawBtnClickAct", "save joint RAW image", joint);
 }
 
-// The name on the disk is UTF-8, and no suffix is added.
+// The file name is encoded in UTF-8, and no suffix is added.
 void TestSaving::savesRaw()
 {
     QFETCH(QByteArray, button);
@@ -188,8 +188,8 @@ void TestSaving::savesRaw()
     QCOMPARE(console.lines("infoText").value(1), QString("Fail to save the image."));
 }
 
-// A preview may go on behind the box.
-void TestSaving::savesTheFrameOfTheMoment()
+// A preview may run while the file dialog is open.
+void TestSaving::savesTheCurrentFrame()
 {
     const PreviewedWindow console("");
     const QString path = pictures().filePath("palm");
@@ -204,7 +204,7 @@ void TestSaving::savesTheFrameOfTheMoment()
     QVERIFY(contentOf(path) == frame(1));
 }
 
-void TestSaving::replacesOnlyByAWholeFile()
+void TestSaving::replacesAFileOnlyAsAWhole()
 {
     const QString path = pictures().filePath("some.bin");
     const auto replaces = [&](int size, int limit) {
@@ -221,7 +221,7 @@ void TestSaving::replacesOnlyByAWholeFile()
     replaces(4096, 4096);
     replaces(0, 0);
     replaces(4097, 4096);
-    replaces(100, 0); // fits a buffer
+    replaces(100, 0); // fits the file's buffer
     replaces(100000, 50000);
 }
 

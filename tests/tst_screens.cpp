@@ -11,8 +11,8 @@
 #include <QWindow>
 #include <QtTest>
 
-/// On a real screen, if without anybody before it. SCREEN_FITS tells whether the main window has
-/// room on it without scrolling, SCREEN_SCALE its scale.
+/// Tests on a virtual X11 screen. SCREEN_FITS=1 means that the main window fits without scrolling;
+/// SCREEN_SCALE is the scale factor.
 class TestScreens : public QObject
 {
     Q_OBJECT
@@ -20,8 +20,8 @@ class TestScreens : public QObject
 private slots:
     void initTestCase() { prepareAppearance(); }
     void scales();
-    void showsAllOfAWindow_data();
-    void showsAllOfAWindow();
+    void showsWholeWindows_data();
+    void showsWholeWindows();
     void opensDialogsBesideTheLogs();
 };
 
@@ -35,7 +35,7 @@ void TestScreens::scales()
     const QPixmap icon = QApplication::windowIcon().pixmap(rig.window.windowHandle(), {32, 32});
     QCOMPARE(icon.width(), qRound(32 * scale));
 
-    // Nothing of a frame is left out where the screen has the pixels for it.
+    // A frame is shown at full resolution if the screen has enough pixels.
     rig.servePictures();
     rig.connectToPeer();
     rig.click("showRgbBtnClickAct");
@@ -45,14 +45,14 @@ void TestScreens::scales()
     QCOMPARE(picture->size(), QSize(360, 480));
 }
 
-void TestScreens::showsAllOfAWindow_data()
+void TestScreens::showsWholeWindows_data()
 {
     QTest::addColumn<MakeWindow>("make");
     for (const WindowKind &kind : windowKinds())
         QTest::newRow(kind.name) << kind.make;
 }
 
-void TestScreens::showsAllOfAWindow()
+void TestScreens::showsWholeWindows()
 {
     QFETCH(MakeWindow, make);
     const DialogRig rig(make);
@@ -67,7 +67,7 @@ void TestScreens::showsAllOfAWindow()
         if (fits)
             QCOMPARE(window->size(), window->sizeHint().boundedTo(window->maximumSize()));
     }
-    QTRY_VERIFY(focusableIn(window).size() >= 2); // what has moved is shown with the next events
+    QTRY_VERIFY(focusableIn(window).size() >= 2); // moved controls are shown with the next events
     const QList<QWidget *> controls = focusableIn(window);
     const QSet<QWidget *> reached = tabThrough(controls);
     for (QWidget *control : controls)

@@ -10,15 +10,15 @@ class TestTextLog : public QObject
     Q_OBJECT
 
 private slots:
-    void showsAndKeeps_data();
-    void showsAndKeeps();
+    void showsAndStoresEntries_data();
+    void showsAndStoresEntries();
     void beginsWithoutAnEmptyLine();
-    void setsOffContinuations();
+    void indentsContinuationLines();
     void keepsTheNewestLines();
     void keepsTheNewestCharacters_data();
     void keepsTheNewestCharacters();
-    void followsTheEndOnlyFromTheEnd();
-    void staysWhereItIsReadWhenOldLinesGo();
+    void scrollsToTheEndOnlyFromTheEnd();
+    void keepsThePositionWhenOldLinesAreRemoved();
     void showsTheEndOfALongList();
     void keepsArrivalTimes();
 };
@@ -35,7 +35,7 @@ QStringList numbered(int first, int count)
 
 } // namespace
 
-void TestTextLog::showsAndKeeps_data()
+void TestTextLog::showsAndStoresEntries_data()
 {
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("shown");
@@ -60,7 +60,7 @@ void TestTextLog::showsAndKeeps_data()
     row("hidden", '.' + hidden, '.' + QString(10, 0xFFFD), '.' + QString(10, 0xFFFD));
 }
 
-void TestTextLog::showsAndKeeps()
+void TestTextLog::showsAndStoresEntries()
 {
     QFETCH(QString, entry);
     QFETCH(QString, shown);
@@ -86,7 +86,7 @@ void TestTextLog::beginsWithoutAnEmptyLine()
     QCOMPARE(log.toPlainText(), QString("anew\nagain"));
 }
 
-void TestTextLog::setsOffContinuations()
+void TestTextLog::indentsContinuationLines()
 {
     QTextEdit log;
     textlog::append(&log, "before\nclearing");
@@ -97,7 +97,7 @@ void TestTextLog::setsOffContinuations()
     for (QTextBlock line = log.document()->begin(); line.isValid(); line = line.next()) {
         const QTextBlockFormat format = line.blockFormat();
         edges.append(format.leftMargin() + format.textIndent());
-        QVERIFY(format.leftMargin() > 0); // for what is wrapped
+        QVERIFY(format.leftMargin() > 0); // indents wrapped lines
         QCOMPARE(line.textDirection(), Qt::LeftToRight);
     }
     QCOMPARE(edges, (QList<qreal>{0, 0, 24, 0, 0, 24, 24}));
@@ -112,7 +112,7 @@ void TestTextLog::keepsTheNewestLines()
     while (next < 72000)
         textlog::append(&log, QString::number(next++));
 
-    QTest::keyClicks(&log, "x\t"); // in vain
+    QTest::keyClicks(&log, "x\t"); // the log is read-only
     const QStringList shown = log.toPlainText().split('\n');
     QVERIFY2(shown.size() >= 50000 && shown.size() <= 60000,
              qPrintable(QString::number(shown.size())));
@@ -145,7 +145,7 @@ void TestTextLog::keepsTheNewestCharacters()
     QVERIFY(lines.last().endsWith('.' + QString::number(entries - 1)));
 }
 
-void TestTextLog::followsTheEndOnlyFromTheEnd()
+void TestTextLog::scrollsToTheEndOnlyFromTheEnd()
 {
     QTextEdit log;
     textlog::prepare(&log);
@@ -165,12 +165,12 @@ void TestTextLog::followsTheEndOnlyFromTheEnd()
     }
 
     QTest::keyClick(&log, Qt::Key_End, Qt::ControlModifier);
-    QVERIFY(bar->value() < bar->maximum()); // by the margin
+    QVERIFY(bar->value() < bar->maximum()); // by the document margin
     textlog::append(&log, numbered(0, 10));
     QCOMPARE(bar->value(), bar->maximum());
 }
 
-void TestTextLog::staysWhereItIsReadWhenOldLinesGo()
+void TestTextLog::keepsThePositionWhenOldLinesAreRemoved()
 {
     QTextEdit log;
     textlog::prepare(&log);
@@ -193,12 +193,12 @@ void TestTextLog::showsTheEndOfALongList()
     log.resize(320, 200);
     log.show();
     textlog::append(&log, numbered(100000000, 20000));
-    QVERIFY(log.document()->pageCount() > 0); // ends what is left of the layout
+    QVERIFY(log.document()->pageCount() > 0); // completes the layout
     QCOMPARE(log.cursorForPosition(log.viewport()->rect().bottomLeft()).block().text(),
              QString("100019999"));
 }
 
-// Also when older lines have gone.
+// Arrival times stay with their lines when older lines are removed.
 void TestTextLog::keepsArrivalTimes()
 {
     QTextEdit log;

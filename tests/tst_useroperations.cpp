@@ -16,8 +16,8 @@ class TestUserOperations : public QObject
     Q_OBJECT
 
 private slots:
-    void sendsAtOnce_data();
-    void sendsAtOnce();
+    void sendsWithoutADialog_data();
+    void sendsWithoutADialog();
     void asksForTheUser_data();
     void asksForTheUser();
     void enrolls();
@@ -41,7 +41,7 @@ QList<QByteArray> pieces(const char *answer)
 
 } // namespace
 
-void TestUserOperations::sendsAtOnce_data()
+void TestUserOperations::sendsWithoutADialog_data()
 {
     QTest::addColumn<QByteArray>("button");
     QTest::addColumn<QByteArray>("request");
@@ -78,8 +78,8 @@ void TestUserOperations::sendsAtOnce_data()
     mode(Silence, "Fail to get mode.");
 }
 
-// The mode box shows what was commanded last, also when it failed.
-void TestUserOperations::sendsAtOnce()
+// The mode box shows the last command, even if it failed.
+void TestUserOperations::sendsWithoutADialog()
 {
     QFETCH(QByteArray, button);
     QFETCH(QByteArray, request);
@@ -124,7 +124,7 @@ void TestUserOperations::asksForTheUser()
 
     WindowRig rig;
     rig.connectToPeer();
-    rig.find<QSpinBox>("idSpinBox")->setValue(99); // of no effect here
+    rig.find<QSpinBox>("idSpinBox")->setValue(99); // must have no effect
     if (!request.isEmpty())
         rig.peer.expect({request, {hex(Ok)}});
     const ModalDriver driver([&](QWidget *widget) {

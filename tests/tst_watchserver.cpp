@@ -52,12 +52,12 @@ class TestWatchServer : public QObject
 private slots:
     void logsMessages_data();
     void logsMessages();
-    void takesAFloodInPieces();
-    void noticesAPeerWithoutPower();
+    void readsAFloodInPieces();
+    void usesKeepAlive();
     void refusesASecondPeer();
     void servesTheNextPeer();
     void stopsAndStartsAgain();
-    void listensInSpiteOfAProxy();
+    void ignoresTheProxy();
     void findsTheLocalAddress();
     void refusesMalformedHosts();
 };
@@ -82,8 +82,8 @@ void TestWatchServer::logsMessages()
     QTRY_COMPARE(watch.lines(), (QStringList{pusher.connectLine(), line}));
 }
 
-// Nothing of it is lost, and no character is split.
-void TestWatchServer::takesAFloodInPieces()
+// No data are lost, and no character is split.
+void TestWatchServer::readsAFloodInPieces()
 {
     Watch watch;
     const QString flood = 'a' + QString(100000, QChar(0x4E2D));
@@ -98,7 +98,7 @@ void TestWatchServer::takesAFloodInPieces()
     QVERIFY(pieces.join(QString()).remove("Data In:") == flood);
 }
 
-void TestWatchServer::noticesAPeerWithoutPower()
+void TestWatchServer::usesKeepAlive()
 {
 #ifdef Q_OS_LINUX
     Watch watch;
@@ -169,7 +169,7 @@ void TestWatchServer::stopsAndStartsAgain()
                                              second.connectLine(), "Data In:again"}));
 }
 
-void TestWatchServer::listensInSpiteOfAProxy()
+void TestWatchServer::ignoresTheProxy()
 {
     QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::Socks5Proxy, "127.0.0.1", 9));
     const quint16 port = Watch().port();

@@ -19,7 +19,7 @@
 #include <QTranslator>
 #include <QtTest>
 
-/// What holds for every window, in every language.
+/// Requirements for every window in every language.
 class TestWindows : public QObject
 {
     Q_OBJECT
@@ -27,20 +27,20 @@ class TestWindows : public QObject
 private slots:
     void initTestCase() { prepareAppearance(); }
     void cleanup();
-    void showsAllOfItsTexts_data() { listWindows(); }
-    void showsAllOfItsTexts();
-    void needsNoMouse_data() { listWindows(); }
-    void needsNoMouse();
+    void showsWholeTexts_data() { listWindows(); }
+    void showsWholeTexts();
+    void canBeUsedByKeyboard_data() { listWindows(); }
+    void canBeUsedByKeyboard();
     void fitsASmallScreen_data() { listWindows(); }
     void fitsASmallScreen();
     void followsTheFont();
-    void canBeReadInTheDark_data();
-    void canBeReadInTheDark();
+    void isLegibleInDarkColours_data();
+    void isLegibleInDarkColours();
     void togglesInEveryLanguage_data();
     void togglesInEveryLanguage();
-    void takesTheFirstLanguageItKnows_data();
-    void takesTheFirstLanguageItKnows();
-    void writesTheSameDigitsEverywhere();
+    void usesTheFirstKnownLanguage_data();
+    void usesTheFirstKnownLanguage();
+    void writesWesternDigits();
 
 private:
     static void listWindows();
@@ -53,7 +53,7 @@ QString accessibleName(QWidget *widget)
     return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
 }
 
-/// 1 for equal colours, 21 for black on white.
+/// Returns the contrast ratio: 1 for equal colours, 21 for black on white.
 double contrast(const QColor &one, const QColor &other)
 {
     const auto luminance = [](const QColor &color) {
@@ -68,7 +68,7 @@ double contrast(const QColor &one, const QColor &other)
     return qMax(first, second) / qMin(first, second);
 }
 
-/// Whether the wheel changes a value, turned down and up over each.
+/// Turns the wheel over each control and returns whether a value has changed.
 bool changesByWheel(const QWidget *window)
 {
     for (QWidget *widget : window->findChildren<QWidget *>()) {
@@ -86,7 +86,7 @@ bool changesByWheel(const QWidget *window)
     return false;
 }
 
-/// Between the colour that there is most of and any other.
+/// Returns the strongest contrast between the most frequent colour and any other.
 double strongestContrast(const QImage &picture)
 {
     QHash<QRgb, int> pixels;
@@ -136,8 +136,8 @@ void TestWindows::listWindows()
     }
 }
 
-// Nothing is clipped, and nothing lies over something else.
-void TestWindows::showsAllOfItsTexts()
+// No text is clipped, and no widgets overlap.
+void TestWindows::showsWholeTexts()
 {
     QFETCH(MakeWindow, make);
     QFETCH(QString, language);
@@ -198,8 +198,8 @@ void TestWindows::showsAllOfItsTexts()
     }
 }
 
-// The Tab key leads through all controls and back, and each has a name for a screen reader.
-void TestWindows::needsNoMouse()
+// The Tab key reaches all controls in turn, and each control has a name for screen readers.
+void TestWindows::canBeUsedByKeyboard()
 {
     QFETCH(MakeWindow, make);
     QFETCH(QString, language);
@@ -210,7 +210,7 @@ void TestWindows::needsNoMouse()
     QVERIFY(controls.size() >= 2);
     const QSet<QWidget *> reached = tabThrough(controls);
     for (QWidget *control : controls) {
-        // Qt names what has no name after its group.
+        // Qt uses the group's title for a control without a name.
         const auto *group = qobject_cast<const QGroupBox *>(control->parentWidget());
         const bool borrowed = control->accessibleName().isEmpty() && group &&
                               accessibleName(control) == group->title();
@@ -233,7 +233,7 @@ void TestWindows::fitsASmallScreen()
     QWidget *const window = rig.dialog.get();
     auto *fit = window->findChild<ScreenFit *>();
     if (!fit)
-        return; // it is as large as its content, and small
+        return; // a small window of fixed content
     const QSize full = window->size();
     const QList<QWidget *> controls = focusableIn(window);
     const bool turnsAtFullSize = changesByWheel(window);
@@ -275,14 +275,14 @@ void TestWindows::followsTheFont()
     QTRY_COMPARE(window.size(), before);
 }
 
-void TestWindows::canBeReadInTheDark_data()
+void TestWindows::isLegibleInDarkColours_data()
 {
     QTest::addColumn<MakeWindow>("make");
     for (const WindowKind &kind : windowKinds())
         QTest::newRow(kind.name) << kind.make;
 }
 
-void TestWindows::canBeReadInTheDark()
+void TestWindows::isLegibleInDarkColours()
 {
     QFETCH(MakeWindow, make);
     QApplication::setPalette(darkPalette());
@@ -336,8 +336,7 @@ void TestWindows::togglesInEveryLanguage()
         QCOMPARE(rig.caption(button), inIt(idle));
     }
 
-    // Of an enrollment that is refused; the caption stays, and the next click only brings back the
-    // preview's own.
+    // A refused enrollment leaves its caption; the next click only restores the preview's caption.
     rig.peer.expect({hex("EAC5 000006 04 01 00000001"), {hex("EAC5 000001 02")}});
     rig.click("enrollBtnClickAct");
     QCOMPARE(rig.caption("showIrBtnClickAct"), inIt("palm vein preview"));
@@ -345,13 +344,13 @@ void TestWindows::togglesInEveryLanguage()
     QCOMPARE(rig.caption("showIrBtnClickAct"), inIt("Palm Vein Preview"));
 
     rig.click("closeBtnClickAct");
-    QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect")); // in any language
+    QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect")); // not translated
     const QStringList lines = rig.lines("infoText");
     rig.click("closeBtnClickAct");
     QCOMPARE(rig.lines("infoText"), lines);
 }
 
-void TestWindows::takesTheFirstLanguageItKnows_data()
+void TestWindows::usesTheFirstKnownLanguage_data()
 {
     QTest::addColumn<QStringList>("languages");
     QTest::addColumn<bool>("chinese");
@@ -363,7 +362,7 @@ void TestWindows::takesTheFirstLanguageItKnows_data()
     QTest::newRow("traditional") << QStringList{"zh-TW"} << false;
 }
 
-void TestWindows::takesTheFirstLanguageItKnows()
+void TestWindows::usesTheFirstKnownLanguage()
 {
     QFETCH(QStringList, languages);
     QFETCH(bool, chinese);
@@ -372,12 +371,12 @@ void TestWindows::takesTheFirstLanguageItKnows()
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel") != "Cancel", chinese);
 }
 
-void TestWindows::writesTheSameDigitsEverywhere()
+void TestWindows::writesWesternDigits()
 {
     QLocale::setDefault(QLocale("ar-EG"));
     useLanguage({"ar-EG"});
     WindowRig rig;
-    rig.connectToPeer(); // to the port in the box
+    rig.connectToPeer(); // logs the port, in digits
 }
 
 QTEST_MAIN(TestWindows)

@@ -4,25 +4,25 @@
 --   tshark -X lua_script:tools/quirel.lua -o quirel.port:20086 -r session.pcapng
 --
 -- or put this file into the personal plugins folder (Help > About Wireshark > Folders). The
--- terminal's port is a preference of the protocol; "Decode As" works as well. What goes to that
--- port is a request, what comes from it a reply. A reply does not say what it answers, so each one
--- is matched to the oldest request of its connection that has no reply yet; begin the capture
--- before the console connects. A request whose time is up when the next one comes, or whose
--- connection is opened anew, counts as never answered. A reply that begins only after that is taken
--- for the next request's.
+-- terminal's port is a preference of the protocol; "Decode As" works as well. Packets to that port
+-- are requests, packets from it are replies. A reply does not name its request, so each reply is
+-- matched to the oldest unanswered request of its connection; start the capture before the console
+-- connects. A request counts as unanswered for good when the next request is sent after its
+-- timeout, or when its connection is opened again. A reply that starts later is matched to the next
+-- request.
 --
--- A new command takes a row in `commands`, and an item if it carries something new.
+-- A new command needs a row in `commands`, and an item for each new kind of payload.
 
 local quirel = Proto("quirel", "Quirel")
 quirel.prefs.port = Pref.uint("Terminal's TCP port", 20086, "Where the terminal listens")
 
 local MAGIC = 0xEAC5
-local HEAD_SIZE = 5 -- magic (2), number of bytes that follow the head (3)
+local HEAD_SIZE = 5 -- magic (2 bytes), number of bytes behind the head (3 bytes)
 local RECORD_SIZE = 100
 local FRAME_SIZE = 540 * 720
 local FEATURES_SIZE = 10240
-local WAIT = 0.9 -- seconds; the console waits for about 1 s before it asks on
-local LIST_WAIT = 1.9 -- for the QR codes it waits for about 2 s
+local WAIT = 0.9 -- seconds; the console's timeout is about 1 s
+local LIST_WAIT = 1.9 -- seconds; the timeout for the QR codes is about 2 s
 
 -- Fields -----------------------------------------------------------------------------------------
 
@@ -69,8 +69,8 @@ local ei = {
     count = expert_info("wrong_count", "Wrong count", "PROTOCOL", "WARN"),
 }
 
--- Items: what payloads are made of. An item has a label, a width in bytes (none: all that is left)
--- and a way to show a range of that width, which is never empty. ----------------------------------
+-- Items: the parts of payloads. An item has a label, a width in bytes (nil: all remaining bytes) and
+-- a function that shows a range of that width, which is never empty. -------------------------------
 
 local function item(width, label, show)
     return { width = width, label = label, show = show }
@@ -85,13 +85,13 @@ local function number(width, name, label, ...)
     return plain("uint" .. width * 8, width, name, label, ...)
 end
 
--- A value that is shown as `read` says.
+-- An item whose value is the result of `read`.
 local function value(kind, width, name, label, read)
     local shown = field(kind, name, label)
     return item(width, label, function(tree, range) tree:add(shown, range, read(range)) end)
 end
 
--- Bytes of which only the size is told.
+-- An item that shows only its size.
 local function block(width, name, label)
     local shown = field("uint32", name, label, base.UNIT_STRING, { " byte", " bytes" })
     return item(width, label, function(tree, range) tree:add(shown, range, range:len()) end)
@@ -105,7 +105,7 @@ local function text(width, name, label)
     return value("string", width, name, label, padded_text)
 end
 
--- A date of `year`, whose other parts stand in the bytes from `at` on.
+-- Formats a date; the bytes from `at` on are month, day, hour, minute and second.
 local function date_text(range, year, at)
     local bytes = range:bytes()
     return ("%04d-%02d-%02d %02d:%02d:%02d"):format(year, bytes:get_index(at),
@@ -203,9 +203,9 @@ end)
 
 quirel.fields, quirel.experts = fields, experts
 
--- Commands: name, what the request carries, what the reply carries behind its status byte (`reply`)
--- or instead of one (`plain`), what each status other than 0 means; one that is not listed is an
--- unknown error; for how long it is certainly waited for (`wait`) if not the usual time. ----------
+-- Commands: name, items of the request, items of the reply behind its status byte (`reply`) or
+-- without a status byte (`plain`), meanings of the error statuses (others are unknown errors), and
+-- the timeout (`wait`) where it is not WAIT. -------------------------------------------------------
 
 local BUSY, PARAMETER = "busy", "wrong parameter"
 local NO_USER, USERS_FULL = "user ID does not exist", "user database full"
@@ -225,7 +225,8 @@ local delete_qr_by = {
     [2] = { name = "deleteQrCodeByData", request = { selector, key }, statuses = qr_statuses },
 }
 
--- A function picks among commands of one code, by the payload's length and first byte.
+-- A function selects one of several commands with the same code by the payload's length and first
+-- byte.
 local commands = {
     [0x00] = { name = "getTofDistance", plain = { distance } },
     [0x01] = { name = "getPalmprintImage", plain = { palmprint } },
@@ -287,12 +288,12 @@ local function status_meaning(command, status)
     return status == 0 and "success" or (command.statuses or {})[status] or "unknown error"
 end
 
--- Exchanges: a request and its reply. They are found when frames come for the first time and in
--- order, and remembered by frame for whenever one is shown again. Connections are told apart by
--- their ends: fields of TCP cannot be read while frames are dissected without being shown. --------
+-- Exchanges: a request and its reply. They are matched in the first pass, when frames are dissected
+-- in order, and stored by frame number for later passes. Connections are identified by their
+-- addresses and ports, because TCP's stream index is not available in every pass. ------------------
 
-local unanswered -- by connection: exchanges without a reply, oldest first
-local remembered -- by frame number: the exchanges of its packets, by place; false: none
+local unanswered -- connection -> queue of exchanges without a reply, oldest first
+local remembered -- frame number -> packet's offset -> exchange; false: none
 
 function quirel.init()
     unanswered, remembered = {}, {}
@@ -314,7 +315,7 @@ local function oldest(queue)
     return queue[queue.first]
 end
 
--- Takes constant time, which table.remove does not: thousands of requests may wait.
+-- Takes constant time; table.remove would be slow with thousands of unanswered requests.
 local function take_oldest(queue)
     local exchange = oldest(queue)
     if exchange then
@@ -329,7 +330,7 @@ local function add_newest(queue, exchange)
     queue[queue.last] = exchange
 end
 
--- What is being answered stays, however long that takes.
+-- A request whose reply has started never times out.
 local function is_given_up(exchange, now)
     return not exchange.being_answered and now - exchange.since > (exchange.command.wait or WAIT)
 end
@@ -346,7 +347,7 @@ local function begin_exchange(pinfo, packet)
     return exchange
 end
 
--- The beginning of a reply came.
+-- Marks the oldest exchange when the first bytes of its reply arrive.
 local function note_answering(pinfo)
     local exchange = oldest(queue_of_connection(pinfo, false))
     if exchange and not pinfo.visited then
@@ -362,7 +363,7 @@ local function end_exchange(pinfo)
     return exchange or false
 end
 
--- Within a frame a packet is known by where it begins; what was reassembled begins at 0.
+-- Packets of one frame are distinguished by their offsets; reassembled data starts at 0.
 local function exchange_of(pinfo, packet, is_request)
     local known = remembered[pinfo.number] or {}
     remembered[pinfo.number] = known
@@ -373,8 +374,9 @@ local function exchange_of(pinfo, packet, is_request)
     return known[place] or nil
 end
 
--- A connection opened anew inherits nothing. A segment without data does not come to the dissector,
--- so this one sees every frame, as a whole. The TCP header is found by its ports.
+-- Discards the unanswered requests of a connection that is opened again. Segments without data are
+-- not passed to the dissector above, so this one is called for every frame, and finds the TCP header
+-- by its ports.
 
 local openings = Proto("quirel_openings", "Quirel connection openings")
 
@@ -404,11 +406,11 @@ local function bytes_text(count)
     return count == 1 and "1 byte" or ("%d bytes"):format(count)
 end
 
--- Several packets in one frame stand side by side, those of an earlier call too, which are kept.
--- What dissectors called from here have added is dropped.
-local function tell(pinfo, told, is_continued)
+-- Sets the Info column: all packets of the frame, including those of an earlier call. Texts of the
+-- dissectors called from here are dropped.
+local function set_info(pinfo, texts, is_continued)
     pinfo.cols.protocol = "Quirel"
-    pinfo.cols.info = (is_continued and "; " or "") .. table.concat(told, "; ")
+    pinfo.cols.info = (is_continued and "; " or "") .. table.concat(texts, "; ")
 end
 
 local function show_items(items, packet, at, pinfo, tree)
@@ -484,7 +486,7 @@ local function show_reply(packet, pinfo, tree, exchange)
         size > 1 and ", " .. bytes_text(size - 1) or "")
 end
 
--- One packet, or as much of it as was captured. Returns what the Info column says.
+-- Shows a packet, or its captured part. Returns the text for the Info column.
 local function show_packet(packet, pinfo, root, is_request)
     local tree = root:add(quirel, packet())
     if packet:len() < HEAD_SIZE then
@@ -512,21 +514,21 @@ local function show_stray(range, root)
     return ("no packet, %s"):format(bytes_text(range:len()))
 end
 
--- True when the bytes from `at` on, as far as they are there, are no packet's beginning.
+-- Returns whether the bytes at `at`, as far as they have arrived, differ from the magic.
 local function starts_wrong(tvb, at)
     local there = math.min(2, tvb:len() - at)
     return tvb(at, there):uint() ~= math.floor(MAGIC / 256 ^ (2 - there))
 end
 
--- Cuts packets out of what arrived so far and asks for the rest of the last one.
+-- Dissects the complete packets and requests the rest of an incomplete one.
 function quirel.dissector(tvb, pinfo, root)
     local is_request = pinfo.dst_port == pinfo.match_uint
     local is_continued = tostring(pinfo.cols.protocol) == "Quirel"
-    local told, at = {}, 0
+    local texts, at = {}, 0
     while at < tvb:len() do
         local there = tvb:len() - at
         if starts_wrong(tvb, at) then
-            told[#told + 1] = show_stray(tvb(at), root)
+            texts[#texts + 1] = show_stray(tvb(at), root)
             break
         end
         local size = there >= HEAD_SIZE and HEAD_SIZE + tvb(at + 2, 3):uint() or nil
@@ -539,11 +541,11 @@ function quirel.dissector(tvb, pinfo, root)
             break
         end
         local packet = tvb(at, math.min(size or there, there)):tvb()
-        told[#told + 1] = show_packet(packet, pinfo, root, is_request)
+        texts[#texts + 1] = show_packet(packet, pinfo, root, is_request)
         at = at + (size or there)
     end
-    if #told > 0 then
-        tell(pinfo, told, is_continued)
+    if #texts > 0 then
+        set_info(pinfo, texts, is_continued)
     end
     return tvb:len()
 end

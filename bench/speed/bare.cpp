@@ -1,6 +1,6 @@
-/// The bare minimum beside which the console is measured: a plain program without Qt that gets the
-/// same bytes from the same simulated terminal under the same rules. Each line of its output is a
-/// name and a number.
+/// The baseline for the console's speed: a plain program without Qt that exchanges the same bytes
+/// with the same simulated terminal under the same rules. Each line of its output is a name and a
+/// number.
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -32,7 +32,7 @@ constexpr size_t ShownWidth = 360;
 constexpr size_t ShownHeight = 480;
 constexpr size_t RecordSize = 100;
 constexpr uint32_t PageRecords = 3000;
-constexpr size_t MostReply = 1 << 20;
+constexpr size_t MaxReply = 1 << 20;
 
 [[noreturn]] void fail(const char *what)
 {
@@ -74,8 +74,8 @@ size_t declaredTotal(const Bytes &reply)
     return 5U + (size_t(reply[2]) << 16 | size_t(reply[3]) << 8 | reply[4]);
 }
 
-/// Sends a request and looks each millisecond whether the reply is there, as long as its head
-/// declares; returns its size.
+/// Sends a request and polls every millisecond until the reply has its declared length. Returns
+/// the reply's size.
 size_t exchange(int fd, const Bytes &request, Bytes *reply)
 {
     if (send(fd, request.data(), request.size(), 0) != ssize_t(request.size()))
@@ -102,7 +102,7 @@ Bytes request(std::initializer_list<uint8_t> body)
     return bytes;
 }
 
-/// The terminal's own pace: each request leaves as soon as the last reply is there.
+/// Sends each request as soon as the last reply has arrived, to measure the terminal's own speed.
 void exchangeWithoutPause(int fd, const Bytes &request, Bytes *reply)
 {
     const auto receive = [&](size_t from, size_t to) {
@@ -117,7 +117,7 @@ void exchangeWithoutPause(int fd, const Bytes &request, Bytes *reply)
 
 void ceiling(int fd, const Bytes &request, double perReply, double duration)
 {
-    Bytes reply(MostReply);
+    Bytes reply(MaxReply);
     int count = 0;
     const auto begin = Clock::now();
     for (; seconds(Clock::now() - begin) < duration; ++count)
@@ -127,7 +127,7 @@ void ceiling(int fd, const Bytes &request, double perReply, double duration)
 
 void roundTrips(int fd, int count)
 {
-    Bytes reply(MostReply);
+    Bytes reply(MaxReply);
     std::vector<double> times;
     for (int i = 0; i < count; ++i) {
         const auto begin = Clock::now();
@@ -138,7 +138,7 @@ void roundTrips(int fd, int count)
     std::printf("us %.2f\n", times[size_t(count) / 2] * 1e6);
 }
 
-/// The one nearest-neighbour scale into pixels of 32 bits, by two thirds.
+/// Scales a frame by two thirds, by nearest neighbours, into pixels of 32 bits.
 void scale(const uint8_t *frame, uint32_t *shown)
 {
     const auto grey = [](uint8_t value) { return 0xFF000000U | value * 0x010101U; };
@@ -154,7 +154,7 @@ void scale(const uint8_t *frame, uint32_t *shown)
 void frames(int fd, uint8_t code, double duration)
 {
     const size_t count = code == 3 ? 2 : 1;
-    Bytes reply(MostReply);
+    Bytes reply(MaxReply);
     Bytes copy(count * FrameSize);
     std::vector<uint32_t> shown(ShownWidth * ShownHeight);
     uint64_t sum = 0;
@@ -207,7 +207,7 @@ Bytes pageRequest(int year, int month, uint32_t first)
 
 void exportMonth(int fd, int year, int month, const char *path)
 {
-    Bytes reply(MostReply);
+    Bytes reply(MaxReply);
     const auto begin = Clock::now();
     FILE *file = std::fopen(path, "wb");
     if (!file)

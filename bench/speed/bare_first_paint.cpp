@@ -1,4 +1,4 @@
-/// The least program with a window of the console's size.
+/// A minimal program with a window of the console's size.
 
 #include "bench/speed/firstpaint.h"
 

@@ -6,7 +6,7 @@
 
 #include <cstdio>
 
-/// Says so once the window is painted for the first time, and ends the program.
+/// Prints "painted" when the window has been painted for the first time, and ends the program.
 class FirstPaint : public QObject
 {
 public:
@@ -20,13 +20,13 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint) // its children follow within the same event
-            QMetaObject::invokeMethod(qApp, tellAndQuit, Qt::QueuedConnection);
+        if (event->type() == QEvent::Paint) // children are painted within the same event
+            QMetaObject::invokeMethod(qApp, printAndQuit, Qt::QueuedConnection);
         return QObject::eventFilter(watched, event);
     }
 
 private:
-    static void tellAndQuit()
+    static void printAndQuit()
     {
         std::puts("painted");
         std::fflush(stdout);

@@ -1,5 +1,5 @@
-/// What is measured inside a process: lists from the reply to the last line beside the parser
-/// alone, and a line appended to a long log beside one to an empty log.
+/// Measurements within one process: a list from the reply to its last shown line compared with
+/// parsing alone, and a line appended to a long log compared with one appended to an empty log.
 
 #include "app/documentlines.h"
 #include "dialogs/qrcodedialog.h"
@@ -22,7 +22,7 @@ constexpr size_t UserListSize = 800000 - 6;
 constexpr size_t QrListSize = 614400 - 6;
 constexpr int LogLines = 50000;
 
-/// A list that is filled up with entries to the last that fits.
+/// Returns a list with as many entries as fit the size.
 std::string listOf(const char *key, const std::string &entry, size_t size)
 {
     std::string text = std::string("{\"") + key + "\":[" + entry;
@@ -109,7 +109,7 @@ void showCodes(benchmark::State &state)
     }
 }
 
-/// With painting.
+/// Includes painting.
 void appendLine(benchmark::State &state)
 {
     const std::unique_ptr<QTextEdit> log(shownLog());

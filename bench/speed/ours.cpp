@@ -1,5 +1,5 @@
-/// What the console takes for what `bare` does with a plain socket; the window is shown and
-/// painted. Each line of the output is a name and a number.
+/// Measures in the console what `bare` does with a plain socket; the window is shown and painted.
+/// Each line of the output is a name and a number.
 
 #include "app/appearance.h"
 #include "bench/framecounter.h"
@@ -31,12 +31,12 @@ double processorMicroseconds()
     return static_cast<double>(std::clock()) * 1e6 / CLOCKS_PER_SEC;
 }
 
-void tell(const char *name, double value)
+void print(const char *name, double value)
 {
     QTextStream(stdout) << name << ' ' << QString::number(value, 'f', 5) << '\n';
 }
 
-/// A client with a log that is painted too.
+/// A connected client whose log is painted.
 struct Link
 {
     explicit Link(quint16 port)
@@ -65,7 +65,7 @@ void roundTrips(quint16 port, int count)
         times.push_back(timer.nsecsElapsed());
     }
     std::nth_element(times.begin(), times.begin() + count / 2, times.end());
-    tell("us", static_cast<double>(times[static_cast<size_t>(count) / 2]) / 1000);
+    print("us", static_cast<double>(times[static_cast<size_t>(count) / 2]) / 1000);
 }
 
 void connectWindow(Console *console, quint16 port)
@@ -94,15 +94,15 @@ void frames(quint16 port, int code, double seconds)
     QTimer::singleShot(static_cast<int>(seconds * 1000), &loop, SLOT(quit()));
     loop.exec();
     const double taken = static_cast<double>(timer.nsecsElapsed()) / 1e9;
-    // Of a joint preview two pictures make one frame.
+    // A frame of the joint preview has two pictures.
     const double shown = (counter.total() - before) / (code == 3 ? 2.0 : 1.0);
-    tell("frames", shown);
-    tell("fps", shown / taken);
-    tell("processor_us", (processorMicroseconds() - processorBefore) / shown);
+    print("frames", shown);
+    print("fps", shown / taken);
+    print("processor_us", (processorMicroseconds() - processorBefore) / shown);
     console.click(buttons[code - 1]);
 }
 
-/// One frame after another, without the pause between two.
+/// Requests frames without the pause between them.
 void memory(quint16 port, int minutes, int framesAMinute)
 {
     Console console;
@@ -116,9 +116,9 @@ void memory(quint16 port, int minutes, int framesAMinute)
         }
         return static_cast<double>(residentKiB());
     };
-    tell("first_minute", showUntil(framesAMinute));
-    tell("last_minute", showUntil(minutes * framesAMinute));
-    tell("frames", counter.total());
+    print("first_minute", showUntil(framesAMinute));
+    print("last_minute", showUntil(minutes * framesAMinute));
+    print("frames", counter.total());
 }
 
 void exportMonth(quint16 port, int year, int month)
@@ -131,9 +131,9 @@ void exportMonth(quint16 port, int year, int month)
     QElapsedTimer timer;
     timer.start();
     drive::click(&dialog, "exportRecordBtnClickAct");
-    tell("seconds", static_cast<double>(timer.nsecsElapsed()) / 1e9);
+    print("seconds", static_cast<double>(timer.nsecsElapsed()) / 1e9);
     const QString path = link.log.toPlainText().section(QStringLiteral(" saved to "), 1).trimmed();
-    tell("bytes", static_cast<double>(QFile(path).size()));
+    print("bytes", static_cast<double>(QFile(path).size()));
     QFile::remove(path);
 }
 

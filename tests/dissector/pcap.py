@@ -7,19 +7,19 @@ SYN, PUSH_ACK = 0x02, 0x18
 
 
 class Connection:
-    """One direction each way; every segment takes up where the last one of its direction ended."""
+    """A TCP connection; the sequence numbers of each direction continue from segment to segment."""
 
     def __init__(self, capture, console_port):
         self.capture = capture
         self.console_port = console_port
-        first = 10000 * capture.connections  # a port's connections begin with different numbers
+        first = 10000 * capture.connections  # sequence numbers differ between connections
         self.next = {True: first + 1000, False: first + 5000}
         self.segment(True, b"", SYN)
         self.segment(False, b"", SYN | 0x10)
 
     def segment(self, to_terminal, data, flags=PUSH_ACK, again=0, keep=None):
-        """`again`: starts that many bytes early, a retransmission. `keep`: bytes of it that the
-        capture holds. Returns the frame's number."""
+        """Adds a segment and returns its frame number. `again`: number of bytes that are retransmitted.
+        `keep`: number of bytes in the capture."""
         ports = (self.console_port, self.capture.terminal_port)
         hosts = (b"\x0a\0\0\x01", b"\x0a\0\0\x02")
         if not to_terminal:
@@ -54,7 +54,7 @@ class Capture:
         self.file.close()
 
     def add(self, packet, keep=None):
-        """Frames are a millisecond apart, but where `now` is set."""
+        """Adds a frame at `now`, a millisecond after the last one unless `now` is set."""
         kept = packet if keep is None else packet[:keep]
         self.file.write(struct.pack("<IIII", 1000 + self.now // 1000, self.now % 1000 * 1000,
                                     len(kept), len(packet)) + kept)

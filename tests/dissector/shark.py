@@ -1,4 +1,4 @@
-"""What the dissector makes of a capture file, through tshark."""
+"""Runs the dissector in tshark on a capture file."""
 
 import os
 import shutil
@@ -11,13 +11,13 @@ DISSECTOR = os.path.join(os.path.dirname(__file__), "..", "..", "tools", "quirel
 
 
 class Packet:
-    """One packet of the protocol: where it was found and what each of its fields shows."""
+    """A packet of the protocol: its frame and the values of its fields."""
 
     def __init__(self, frame, stream, element):
         self.frame = frame
         self.stream = stream
-        self.fields = {}  # name -> texts, as the values are filtered
-        self.lines = []  # every line as a reader sees it
+        self.fields = {}  # name -> values, as display filters see them
+        self.lines = []  # lines as Wireshark shows them
         self.size = int(element.get("size"))
         for field in element.iter("field"):
             self.fields.setdefault(field.get("name"), []).append(field.get("show"))
@@ -25,7 +25,7 @@ class Packet:
         self.expert = self.fields.get("_ws.expert.message", [])
 
     def one(self, name):
-        """The only value of a field; None when the packet has no such field."""
+        """Returns the only value of a field, or None."""
         values = self.fields.get(name, [None])
         assert len(values) == 1, f"frame {self.frame}: {name} has the values {values}"
         return values[0]
@@ -44,7 +44,7 @@ def need(program):
 
 
 def environment(folder):
-    """Keeps a user's own settings out, and what is written within the test's folder."""
+    """Returns an environment without the user's settings, which writes to the test's folder only."""
     return dict(os.environ, HOME=folder, XDG_CONFIG_HOME=folder, WIRESHARK_CONFIG_DIR=folder,
                 TMPDIR=folder, LC_ALL="C.UTF-8")
 
@@ -62,7 +62,7 @@ def tshark(folder, capture, *arguments):
 
 
 def packets(folder, capture, *arguments):
-    """All packets of the protocol, in order."""
+    """Returns all packets of the protocol in order."""
     text = tshark(folder, capture, "-T", "pdml", *arguments)
     found = []
     for frame in ElementTree.fromstring(text).iter("packet"):
@@ -74,7 +74,7 @@ def packets(folder, capture, *arguments):
 
 
 def infos(folder, capture, *arguments):
-    """Number and Info column of each frame that holds the protocol."""
+    """Returns the number and Info column of each frame with the protocol."""
     text = tshark(folder, capture, "-Y", "quirel", "-T", "fields", "-e", "frame.number",
                   "-e", "_ws.col.Info", *arguments)
     return {int(number): info
@@ -82,7 +82,7 @@ def infos(folder, capture, *arguments):
 
 
 class Findings:
-    """Compares, tells each difference and counts."""
+    """Compares values, prints the differences and counts them."""
 
     def __init__(self):
         self.compared = 0

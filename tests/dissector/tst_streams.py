@@ -26,7 +26,7 @@ RECORDS = ("00 000000" + padded("2024-07-01", 16) + padded("08:00:01", 16) + pad
            + "01 000000" + padded("2024-07-02", 16) + padded("18:30:59", 16) + padded("Bo", 32)
            + "41" * 32)
 
-# Name, request, what it shows, reply, what it shows, what the Info column says of it.
+# Name, request, its fields, reply, its fields, text of the Info column for the reply.
 EXCHANGES = [
     ("getTofDistance", "EAC5 000001 00",
      {"command": "0x00", "magic": "0xeac5", "length": "1", "request": "1"},
@@ -103,8 +103,8 @@ EXCHANGES += [(name, "EAC5 000001" + code, {}, OK, {}, DONE)
               for code, name in (("0E", "clearUsers"), ("42", "clearRecords"),
                                  ("61", "clearQrCodes"), ("EF", "rebootDevice"))]
 
-# A connection each: its segments, ">" from the console and "<" from the terminal; then, for each
-# packet that is shown, the command's name (None: not known) and what is remarked on it.
+# Connections: segments (">" from the console, "<" from the terminal), then for each packet the
+# command's name (None: unknown) and its remarks.
 ODD_STREAMS = [
     ("bad magic", ["> EAC6 000001 05", "< EAC5 000001 04"],
      [(None, ["Not a packet"]), (None, ["Reply without request"])]),
@@ -142,9 +142,9 @@ ODD_STREAMS = [
      [("getUserList", []), ("getUserList", [])]),
 ]
 
-# A capture each: when a segment comes (ms) and what it is, "SYN" opens the same ports anew; then,
-# for each packet, the command's name, the frame that it answers and what is remarked on it, by one
-# that has seen the whole capture. The first segment is frame 3.
+# Captures: time (ms) and content of each segment ("SYN" opens the connection again), then for each
+# packet the command's name, the frame that it answers and its remarks in the second pass. The first
+# segment is frame 3.
 LOST_REPLIES = [
     ("slow reply",
      [(10, "> EAC5 000001 05"), (900, "> EAC5 000001 0B"), (902, "< EAC5 000001 04"),
@@ -214,7 +214,7 @@ def check_exchanges(folder, findings):
         expected[frames[i][0]] = name
         expected[frames[i][1]] = f"{name} reply, {info}"
     lines = [line for packet in found for line in packet.lines]
-    # The last one shows that Wireshark's own JSON dissector took the document apart.
+    # The last line requires that Wireshark's JSON dissector was called.
     for line in ("Mode: local recognition (3)", "Command: 0x10 (getUserList)", "Type: Card (1)",
                  "Palm-vein image: 388800 bytes", "Selector: by data (2)", "Key: user"):
         findings.same(line, line in lines, True)
@@ -223,7 +223,7 @@ def check_exchanges(folder, findings):
 
 
 def converse(program):
-    """Each request and what the simulated terminal makes of it."""
+    """Returns each request with the simulated terminal's reply."""
     with subprocess.Popen([program, "--port", "0"], stdout=subprocess.PIPE) as process:
         try:
             port = int(process.stdout.readline().decode().rsplit(":", 1)[1])
@@ -238,7 +238,7 @@ def converse(program):
 
 
 def check_simulator(folder, findings):
-    """Terminal and dissector agree on what packets are made of."""
+    """Checks that terminal and dissector agree on the content of packets."""
     path = os.path.join(folder, "simulator.pcap")
     with pcap.Capture(path) as capture:
         connection = capture.connect()
@@ -278,7 +278,7 @@ def check_lost_replies(folder, findings):
                     connection = capture.connect(40001)
                 else:
                     connection.segment(segment[0] == ">", bytes.fromhex(segment[1:]))
-        # Read once, a request is shown before it is known that no reply comes.
+        # In a single pass a missing reply is not known when the request is shown.
         early = [(name, answers, [remark for remark in remarks if "before" not in remark])
                  for name, answers, remarks in expected]
         for passes, shown in (([], early), (["-2"], expected)):
@@ -288,7 +288,7 @@ def check_lost_replies(folder, findings):
 
 
 def infos_of(folder, build, *options):
-    """What the Info columns say of the capture that `build` makes."""
+    """Returns the Info columns of the capture that `build` makes."""
     path = os.path.join(folder, "infos.pcap")
     with pcap.Capture(path) as capture:
         build(capture)
@@ -296,7 +296,7 @@ def infos_of(folder, build, *options):
 
 
 def check_repeated_segment(folder, findings):
-    """A retransmitted request is no second one; a connection of its own has its own requests."""
+    """Checks that a retransmitted request counts once and that connections are kept apart."""
     def build(capture):
         first, second = capture.connect(), capture.connect()
         first.request("EAC5 000001 05")
@@ -312,7 +312,7 @@ def check_repeated_segment(folder, findings):
 
 
 def check_shared_segment(folder, findings):
-    """A segment that ends one packet and holds two more."""
+    """Checks a segment with the end of one packet and two more."""
     def build(capture):
         connection = capture.connect()
         connection.request("EAC5 000001 06 EAC5 000001 0B EAC5 000001 00")
@@ -325,7 +325,7 @@ def check_shared_segment(folder, findings):
 
 
 def check_many_waiting(folder, findings):
-    """Requests that are all sent before the first reply comes."""
+    """Checks requests that are all sent before the first reply."""
     names = ["getMode", "getTofBias"] * 5000
     path = os.path.join(folder, "waiting.pcap")
     with pcap.Capture(path) as capture:
@@ -336,7 +336,7 @@ def check_many_waiting(folder, findings):
 
 
 def check_ports(folder, findings):
-    """A terminal that listens elsewhere is found by preference or by Decode As."""
+    """Checks another port, set by preference or by Decode As."""
     def build(capture):
         capture.terminal_port = 50505
         capture.connect().request("EAC5 000001 0B")
@@ -346,7 +346,7 @@ def check_ports(folder, findings):
 
 
 def check_half_captured(folder, findings):
-    """Packets of which the capture holds only the beginning."""
+    """Checks packets that were captured in part."""
     def build(capture):
         for keep in range(1, 8):
             capture.connect().segment(True, bytes.fromhex("EAC5 000003 0A 03E3"), keep=keep)
@@ -359,7 +359,7 @@ def check_half_captured(folder, findings):
 
 
 def check_every_length(folder, findings):
-    """Each request and each reply, declared and sent one byte shorter and shorter."""
+    """Checks each request and each reply at every shorter length."""
     path = os.path.join(folder, "lengths.pcap")
     sent = 0
     with pcap.Capture(path) as capture:
@@ -372,7 +372,7 @@ def check_every_length(folder, findings):
                     head = b"\xEA\xC5" + len(body).to_bytes(3, "big")
                     connection.segment(is_request, head + body)
                     sent += 1
-    # That nothing in it is an error of the script is checked for every run of tshark.
+    # Every run of tshark also fails on an error of the script.
     for passes in ([], ["-2"]):
         text = shark.tshark(folder, path, "-V", "-J", "quirel", *passes)
         findings.same(f"packets of every length {passes}", text.count("\nQuirel, "), sent)

@@ -1,7 +1,6 @@
 #!/usr/bin/env -S python3 -B
-"""Installs from the build folder that is the argument, has the desktop files judged by the tools
-that are made for it, and puts the console into a menu and out of it again, from folders with all
-kinds of names."""
+"""Installs from the build folder given as argument, validates the desktop files, and adds the console
+to a menu and removes it, from folders with all kinds of names."""
 
 import os
 import pathlib
@@ -27,13 +26,13 @@ def output_of(*command):
 
 
 def text_of(entry, key):
-    """A key's value, read as a desktop does: unknown escapes are an error."""
+    """Returns a key's value as a desktop reads it; an unknown escape is an error."""
     value, = re.findall(f"^{key}=(.*)$", entry.read_text(encoding="utf-8"), re.MULTILINE)
     return re.sub(r"\\(.?)", lambda match: ESCAPES[match[1]], value)
 
 
 def program_of(entry):
-    """The program of an Exec key that has one word, which is quoted, perhaps behind `env`."""
+    """Returns the program of an Exec key: one quoted word, perhaps behind `env`."""
     word = re.fullmatch(r'(?:env )?"((?:[^"`$\\]|\\["`$\\])*)"', text_of(entry, "Exec"))[1]
     return re.sub("%(.?)", lambda match: {"%": "%"}[match[1]], re.sub(r"\\(.)", r"\1", word))
 
@@ -48,7 +47,7 @@ class Desktop(unittest.TestCase):
         self.assertEqual(code, 0, output)
 
     def put(self, name, *arguments, **environment):
-        """Moves the folder to that name and runs the script from there."""
+        """Renames the installed folder and runs its script."""
         self.folder = self.folder.rename(self.place / name)
         environment = {"PATH": os.environ["PATH"], "HOME": str(self.place / "home"), **environment}
         return subprocess.run([self.folder / "install-desktop-entry", *arguments], env=environment,

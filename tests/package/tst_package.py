@@ -1,5 +1,5 @@
 #!/usr/bin/env -S python3 -B
-"""Packs from the build folder that is the first argument, unpacks, looks at what is there, and runs
+"""Packs the build folder given as first argument, unpacks the archive, checks its content, and runs
 the programs and the tour in it. The second argument is the version."""
 
 import os
@@ -22,7 +22,7 @@ PROGRAMS = ["quirel", "quirel-simulator"]
 CONTENTS = {*PROGRAMS, "translations", "img", "remote", "docs", "share", "install-desktop-entry",
             "README.md", "INSTALL.md", "CHANGELOG.md", "CONTRIBUTING.md"}
 TEXTS = {"quirel_zh_CN.qm", "qtbase_zh_CN.qm"}
-# File names are read as UTF-8, whatever the machine's own language is.
+# File names are read as UTF-8 in any locale of the machine.
 ENVIRONMENT = {**os.environ, "QT_QPA_PLATFORM": "offscreen", "LC_ALL": "C.UTF-8"}
 
 
@@ -64,13 +64,13 @@ class Package(unittest.TestCase):
 
     def test_programs_are_stripped_and_find_no_library_by_its_place(self):
         for program in PROGRAMS:
-            told = output_of("readelf", "--wide", "--sections", "--dynamic", self.folder / program)
-            self.assertIn("(NEEDED)", told)
-            self.assertNotRegex(told, r"\(RPATH\)|\(RUNPATH\)|\.symtab|\.debug_")
+            output = output_of("readelf", "--wide", "--sections", "--dynamic", self.folder / program)
+            self.assertIn("(NEEDED)", output)
+            self.assertNotRegex(output, r"\(RPATH\)|\(RUNPATH\)|\.symtab|\.debug_")
 
-    def test_version_is_told_alike(self):
-        told = output_of(self.folder / "quirel-simulator", "--version")
-        self.assertEqual(told, f"quirel-simulator {VERSION}\n")
+    def test_versions_agree(self):
+        output = output_of(self.folder / "quirel-simulator", "--version")
+        self.assertEqual(output, f"quirel-simulator {VERSION}\n")
         releases = re.findall(r'<release version="(.+?)" date="(.+?)"',
                               (self.folder / METAINFO).read_text(encoding="utf-8"))
         changes = re.findall(r"(?m)^## \[(\d.*?)\] - (.+)$",
