@@ -9,7 +9,7 @@ namespace {
 constexpr char Guard = '\xAA';
 constexpr uint32_t Untouched = 0xDEADBEEF;
 constexpr bool Silent = true;
-constexpr bool Told = false;
+constexpr bool Logged = false;
 
 using Filling = std::function<bool(CmdClient &, uint8_t *out, uint32_t *length)>;
 
@@ -20,10 +20,10 @@ Call filling(size_t capacity, const Filling &call)
         QByteArray buffer(static_cast<int>(capacity) + 1, Guard);
         uint32_t length = Untouched;
         const bool ok = call(client, reinterpret_cast<uint8_t *>(buffer.data()), &length);
-        const bool told = length != Untouched;
-        const int filled = ok ? static_cast<int>(told ? length : capacity) : 0;
+        const bool isSet = length != Untouched;
+        const int filled = ok ? static_cast<int>(isSet ? length : capacity) : 0;
         const int rest = buffer.size() - filled;
-        const bool sound = (ok || !told) && buffer.mid(filled) == QByteArray(rest, Guard);
+        const bool sound = (ok || !isSet) && buffer.mid(filled) == QByteArray(rest, Guard);
         *result = sound ? buffer.left(filled) : "touched";
         return ok;
     };
@@ -49,7 +49,7 @@ CommandCase value(const char *name, const char *request, const char *reply, cons
 /// A command that returns four bytes of text.
 CommandCase text(const char *name, const char *request, const Call &call)
 {
-    return {name, call, hex(request), hex("EAC5 000005 00 7B22617D"), "{\"a}", Told};
+    return {name, call, hex(request), hex("EAC5 000005 00 7B22617D"), "{\"a}", Logged};
 }
 
 /// Returns bytes whose neighbours differ; the first, at the offset of the status, is not 0.
@@ -92,7 +92,7 @@ std::vector<CommandCase> deviceCases()
         ack("setTofBias", hex("EAC5 000003 0A 03E3"), Silent, &CmdClient::setTofBias, -5),
         value("getTofBias", "EAC5 000001 0B", "EAC5 000002 03E3", "FBFFFFFF", Silent,
               &CmdClient::getTofBias),
-        ack("setSerialNumber", hex("EAC5 000011 50") + "KV2601abcdefghi" + '\0', Told,
+        ack("setSerialNumber", hex("EAC5 000011 50") + "KV2601abcdefghi" + '\0', Logged,
             &CmdClient::setSerialNumber, "KV2601abcdefghiXYZ", 18),
     };
 }
@@ -125,13 +125,13 @@ std::vector<CommandCase> documentCases()
     return {
         text("getSystemInfo", "EAC5 000001 17", info),
         text("getUserConfig", "EAC5 000001 16", textCall(&CmdClient::getUserConfig, 3076)),
-        ack("setUserConfig", hex("EAC5 000010 15") + R"({"recg mode":1})", Told,
+        ack("setUserConfig", hex("EAC5 000010 15") + R"({"recg mode":1})", Logged,
             &CmdClient::setUserConfig, R"({"recg mode":1})", 15),
         text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 3076)),
-        ack("setVendorConfig", hex("EAC5 000020 19") + R"({"dev info":{"sound volume":9}})", Told,
+        ack("setVendorConfig", hex("EAC5 000020 19") + R"({"dev info":{"sound volume":9}})", Logged,
             &CmdClient::setVendorConfig, R"({"dev info":{"sound volume":9}})", 31),
         text("getOutputConfig", "EAC5 000001 1A", textCall(&CmdClient::getOutputConfig, 3076)),
-        ack("setOutputConfig", hex("EAC5 00001F 1B") + R"({"data block":{"sys mode":10}})", Told,
+        ack("setOutputConfig", hex("EAC5 00001F 1B") + R"({"data block":{"sys mode":10}})", Logged,
             &CmdClient::setOutputConfig, R"({"data block":{"sys mode":10}})", 30),
     };
 }
@@ -149,23 +149,24 @@ std::vector<CommandCase> userCases()
         ack("addUser",
             hex("EAC5 000049 30 01020304 0A0B0C0D") + "Maria Rossi" + QByteArray(21, '\0') +
                 "Reception, ground floor, wing B2",
-            Told, &CmdClient::addUser, &NewUser),
-        value("getEmptyUserId", "EAC5 000001 33", "EAC5 000005 00 01020304", "04030201", Told,
+            Logged, &CmdClient::addUser, &NewUser),
+        value("getEmptyUserId", "EAC5 000001 33", "EAC5 000005 00 01020304", "04030201", Logged,
               &CmdClient::getEmptyUserId),
-        ack("importUserFeatures", hex("EAC5 002806 2A 00 01020304") + features(), Told,
+        ack("importUserFeatures", hex("EAC5 002806 2A 00 01020304") + features(), Logged,
             &CmdClient::importUserFeatures, 0x01020304, 0,
             reinterpret_cast<const uint8_t *>(features().constData()), 10240),
         text("getUserList", "EAC5 000001 10", userListCall(819200)),
-        ack("deleteUserFeatures", hex("EAC5 000005 34 01020304"), Told,
+        ack("deleteUserFeatures", hex("EAC5 000005 34 01020304"), Logged,
             &CmdClient::deleteUserFeatures, 0x01020304),
-        ack("deleteUser", hex("EAC5 000005 31 01020304"), Told, &CmdClient::deleteUser, 0x01020304),
+        ack("deleteUser", hex("EAC5 000005 31 01020304"), Logged, &CmdClient::deleteUser,
+            0x01020304),
         ack("startEnroll", hex("EAC5 000006 04 01 00000001"), Silent, &CmdClient::startEnroll, 1),
         ack("startRemoteEnroll", hex("EAC5 000006 04 06 000000FF"), Silent,
             &CmdClient::startRemoteEnroll, 255),
         {"getRemoteEnrollImages", images, hex("EAC5 000006 27 000000FF 04"),
-         head(777601) + '\0' + pair, pair, Told},
+         head(777601) + '\0' + pair, pair, Logged},
         {"getRemoteFeatures", remoteFeatures, hex("EAC5 000005 28 000000FF"),
-         head(10241) + '\0' + features(), features(), Told},
+         head(10241) + '\0' + features(), features(), Logged},
         ack("clearUsers", hex("EAC5 000001 0E"), Silent, &CmdClient::clearUsers),
     };
 }
@@ -176,21 +177,21 @@ std::vector<CommandCase> recordAndQrCases()
     return {
         text("getRecordFileList", "EAC5 000001 40", textCall(&CmdClient::getRecordFileList, 4224)),
         {"getMonthRecords", recordPageCall(409600), hex("EAC5 000008 43 07EA 03 00000001"),
-         head(203) + hex("00 0002") + records, records, Told},
-        ack("deleteMonthRecords", hex("EAC5 000004 41 07EA 03"), Told,
+         head(203) + hex("00 0002") + records, records, Logged},
+        ack("deleteMonthRecords", hex("EAC5 000004 41 07EA 03"), Logged,
             &CmdClient::deleteMonthRecords, 2026, 3),
-        ack("clearRecords", hex("EAC5 000001 42"), Told, &CmdClient::clearRecords),
+        ack("clearRecords", hex("EAC5 000001 42"), Logged, &CmdClient::clearRecords),
         ack("addQrCode",
             hex("EAC5 00022F 60") + "visitor" + QByteArray(25, '\0') +
                 hex("141A0304080000 141A0304121E00") + "VISIT-2041" + QByteArray(502, '\0'),
-            Told, &CmdClient::addQrCode, &NewCode),
+            Logged, &CmdClient::addQrCode, &NewCode),
         text("getQrCodeList", "EAC5 000001 63", textCall(&CmdClient::getQrCodeList, 819200)),
         ack("deleteQrCodeByRemark", hex("EAC5 000022 62 01") + "visitor" + QByteArray(25, '\0'),
-            Told, &CmdClient::deleteQrCodeByRemark, "visitor"),
+            Logged, &CmdClient::deleteQrCodeByRemark, "visitor"),
         ack("deleteQrCodeByData", hex("EAC5 000022 62 02") + "KV-CLEAN-0042" + QByteArray(19, '\0'),
-            Told, &CmdClient::deleteQrCodeByData, "KV-CLEAN-0042"),
-        ack("clearQrCodes", hex("EAC5 000001 61"), Told, &CmdClient::clearQrCodes),
-        ack("rebootDevice", hex("EAC5 000001 EF"), Told, &CmdClient::rebootDevice),
+            Logged, &CmdClient::deleteQrCodeByData, "KV-CLEAN-0042"),
+        ack("clearQrCodes", hex("EAC5 000001 61"), Logged, &CmdClient::clearQrCodes),
+        ack("rebootDevice", hex("EAC5 000001 EF"), Logged, &CmdClient::rebootDevice),
     };
 }
 
