@@ -45,17 +45,8 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext & /*context*/, c
         std::_Exit(1);
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int runConsole(int &argc, char *argv[])
 {
-    QCoreApplication::setOrganizationDomain(QStringLiteral("kovant.example"));
-    QCoreApplication::setOrganizationName(QStringLiteral("Kovant"));
-    QCoreApplication::setApplicationName(QStringLiteral("Quirel"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_APPLICATION_VERSION));
-
-    if (argc > 1)
-        answerWithoutDisplay(argc, argv);
     prepareScaling();
     qInstallMessageHandler(endWithoutDisplay);
     QApplication application(argc, argv);
@@ -68,5 +59,22 @@ int main(int argc, char *argv[])
 
     MainWindow window;
     window.show();
-    return QApplication::exec();
+    const int result = QApplication::exec();
+    // Qt would wait for a host name that is still being looked up, without any window.
+    QObject::disconnect(&application, SIGNAL(destroyed(QObject *)), nullptr, nullptr);
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setOrganizationDomain(QStringLiteral("kovant.example"));
+    QCoreApplication::setOrganizationName(QStringLiteral("Kovant"));
+    QCoreApplication::setApplicationName(QStringLiteral("Quirel"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_APPLICATION_VERSION));
+
+    if (argc > 1)
+        answerWithoutDisplay(argc, argv);
+    std::_Exit(runConsole(argc, argv)); // Qt's thread of the lookup would be waited for here, too
 }
