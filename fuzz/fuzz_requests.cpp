@@ -2,8 +2,8 @@
 /// tells.
 
 #include "fuzz/harness.h"
-#include "simulator/commands.h"
-#include "simulator/device.h"
+#include "simulator/commands/commands.h"
+#include "simulator/state/device.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {

@@ -1,6 +1,6 @@
 #include "simulator/commandline.h"
 
-#include "simulator/faultspec.h"
+#include "simulator/faults/faultspec.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

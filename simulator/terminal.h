@@ -1,10 +1,10 @@
 #pragma once
 
-#include "simulator/connection.h"
-#include "simulator/device.h"
-#include "simulator/faultinjector.h"
-#include "simulator/pusher.h"
-#include "simulator/store.h"
+#include "simulator/faults/faultinjector.h"
+#include "simulator/state/device.h"
+#include "simulator/state/store.h"
+#include "simulator/wire/connection.h"
+#include "simulator/wire/pusher.h"
 
 #include <QTcpServer>
 #include <QTimer>

@@ -1,4 +1,4 @@
-#include "simulator/faultspec.h"
+#include "simulator/faults/faultspec.h"
 #include "tests/simclient.h"
 
 #include <QElapsedTimer>

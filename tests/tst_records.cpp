@@ -1,5 +1,5 @@
 #include "dialogs/accessrecorddlg.h"
-#include "simulator/faultspec.h"
+#include "simulator/faults/faultspec.h"
 #include "simulator/terminal.h"
 #include "testkit/dialogrig.h"
 

@@ -1,4 +1,4 @@
-#include "simulator/chatter.h"
+#include "simulator/state/chatter.h"
 #include "tests/simclient.h"
 
 #include <QJsonArray>
