@@ -2,8 +2,9 @@
 /// tells.
 
 #include "fuzz/harness.h"
-#include "simulator/commands/commands.h"
-#include "simulator/state/device.h"
+#include "simulator/commands/command.h"
+
+#include <QBuffer>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -16,13 +17,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     options.maxUsers = 10;
     options.maxQrCodes = 5;
     sim::Device device(options);
-    sim::RequestSplitter splitter;
+    QBuffer arrived;
+    arrived.open(QIODevice::ReadWrite);
     for (int from = 0; from < stream.size(); from += piece) {
-        splitter.append(stream.mid(from, piece));
+        const qint64 place = arrived.pos();
+        arrived.seek(arrived.size());
+        arrived.write(stream.mid(from, piece));
+        arrived.seek(place);
         sim::Request request;
-        while (splitter.next(&request) == sim::RequestSplitter::Result::Request) {
+        while (sim::takeRequest(arrived, &request) == sim::Arrival::Whole) {
             const sim::Command *command = sim::findCommand(request.code);
-            if (command && command->answer(device, request).size() < 6)
+            if (sim::answerTo(command, device, request.payload).size() < 6)
                 abort();
         }
     }

@@ -1,118 +1,100 @@
-#include "simulator/commandline.h"
-
-#include "simulator/faults/faultspec.h"
+#include "simulator/program.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <iterator>
-#include <limits>
+#include <cmath>
+#include <cstdio>
 
 namespace sim {
 namespace {
 
-struct NumberOption
+struct Option
 {
     const char *name;
-    const char *valueName;
+    const char *valueName; ///< empty: the option has no value
+    const char *value;     ///< default
     const char *description;
-    const char *value; ///< unless another is given
-    quint32 lowest;
-    quint32 highest;
+    double lowest = 0;
+    double highest = 0; ///< 0: the value is no number
 };
 
-enum Number {
-    Port,
-    PushPort,
-    PushInterval,
-    Seed,
-    Rate,
-    Delay,
-    MaxUsers,
-    EnrollSeconds,
-    RebootSeconds,
-    Records
+constexpr double MaxSeed = std::numeric_limits<quint32>::max();
+constexpr int MaxRate = 1'000'000'000;
+constexpr int MaxPassages = 60'000;
+
+constexpr Option Options[] = {
+    {"address", "address", "127.0.0.1", "Listen on this IP address. Default 127.0.0.1."},
+    {"port", "port", "20086", "Listen on this port; 0 picks a free one.", 0, 65535},
+    {"terminals", "number", "1", "Simulate so many terminals, on consecutive ports.", 1, 250},
+    {"push-port", "port", "0", "Push messages to this port; 0: the announced one.", 0, 65535},
+    {"push-interval", "seconds", "5", "Time between two pushed messages.", 1, 3600},
+    {"seed", "number", "1", "Start of everything random.", 0, MaxSeed},
+    {"rate", "bytes", "0", "Most bytes a second to each console; 0: no limit.", 0, MaxRate},
+    {"delay", "ms", "0", "Time added to the round trip of every command.", 0, Fault::MaxMs},
+    {"max-users", "number", "3000", "Users that the database holds.", 1, 10000},
+    {"enroll-seconds", "seconds", "3", "Time that an enrollment takes.", 0, 60},
+    {"reboot-seconds", "seconds", "10", "Time that a reboot takes.", 0, 60},
+    {"records", "number", "60", "Access records of a new terminal.", 0, MaxRecords},
+    {"ring", "number", "0", "Most access records, then the oldest go; 0: no limit.", 0, MaxRecords},
+    {"passages", "rate", "0", "New access records a minute, on average.", 0, MaxPassages},
+    {"data", "file", "",
+     "Keep the terminal's state in this file; an existing state replaces --records. More terminals "
+     "use FILE.2, FILE.3 and so on. By default nothing is kept."},
+    {"one-client", "", "", "Accept a connection only when the one before has ended."},
+    {"import-replaces", "", "", "An import replaces the user's features instead of adding some."},
+    {"end-with-input", "", "", "End when the standard input does."},
+    {"verbose", "", "", "Print a line for each command on stderr."},
 };
 
-constexpr NumberOption Numbers[] = {
-    {"port", "port", "Listen on this port; 0 picks a free one.", "20086", 0, 65535},
-    {"push-port", "port", "Push messages to this port instead of the announced one; 0 keeps that.",
-     "0", 0, 65535},
-    {"push-interval", "seconds", "Time between two pushed messages.", "5", 1, 3600},
-    {"seed", "number", "Start of everything random.", "1", 0, std::numeric_limits<quint32>::max()},
-    {"rate", "bytes", "Send at most so many bytes a second to each console; 0 sets no limit.", "0",
-     0, 1'000'000'000},
-    {"delay", "ms", "Added to the round trip of every command.", "0", 0, Fault::MostMs},
-    {"max-users", "number", "Users that the database holds.", "3000", 1, 10000},
-    {"enroll-seconds", "seconds", "Time that an enrollment takes.", "3", 0, 60},
-    {"reboot-seconds", "seconds", "Time that a reboot takes.", "10", 0, 60},
-    {"records", "number", "Access records to begin with, spread over six months.", "60", 0,
-     MostRecords},
-};
-
-QString descriptionOf(const NumberOption &number)
+QString helpOf(const Option &option)
 {
+    if (option.highest == 0)
+        return option.description;
     return QStringLiteral("%1 From %2 to %3, default %4.")
-        .arg(QString::fromLatin1(number.description), QString::number(number.lowest),
-             QString::number(number.highest), QString::fromLatin1(number.value));
+        .arg(option.description, QString::number(option.lowest, 'f', 0),
+             QString::number(option.highest, 'f', 0), option.value);
 }
 
 void describe(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(QStringLiteral("A simulated palm-recognition terminal."));
+    parser.setApplicationDescription("A simulated palm-recognition terminal.");
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption({QStringLiteral("address"),
-                      QStringLiteral("Listen on this IP address. Default 127.0.0.1."),
-                      QStringLiteral("address"), QStringLiteral("127.0.0.1")});
-    for (const NumberOption &number : Numbers)
-        parser.addOption({QString::fromLatin1(number.name), descriptionOf(number),
-                          QString::fromLatin1(number.valueName),
-                          QString::fromLatin1(number.value)});
-    parser.addOption({QStringLiteral("data"),
-                      QStringLiteral("Keep the terminal's state in this file; what it holds goes "
-                                     "before --records. By default nothing is kept."),
-                      QStringLiteral("file")});
-    parser.addOption({QStringLiteral("fault"), faultSyntax(), QStringLiteral("fault")});
-    parser.addOption(
-        {QStringLiteral("end-with-input"), QStringLiteral("End when the standard input does.")});
-    parser.addOption(
-        {QStringLiteral("verbose"), QStringLiteral("Print a line for each command on stderr.")});
+    for (const Option &option : Options)
+        parser.addOption({option.name, helpOf(option), option.valueName, option.value});
+    parser.addOption({"fault", faultSyntax(), "fault"});
+}
+
+void printLine(const QString &line)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(line));
 }
 
 QString complaint(const char *option, const QString &value)
 {
-    return QStringLiteral("Bad value for --%1: %2").arg(QString::fromLatin1(option), value);
+    return QStringLiteral("Bad value for --%1: %2").arg(option, value);
 }
 
-bool readNumbers(const QCommandLineParser &parser, quint32 (&values)[std::size(Numbers)],
-                 QString *error)
+/// Returns what is wrong with the first bad number, or an empty text.
+QString badNumber(const QCommandLineParser &parser)
 {
-    for (size_t i = 0; i < std::size(Numbers); ++i) {
-        const NumberOption &number = Numbers[i];
-        const QString text = parser.value(QString::fromLatin1(number.name));
-        bool readable = false;
-        values[i] = text.toUInt(&readable);
-        if (!readable || values[i] < number.lowest || values[i] > number.highest) {
-            *error = complaint(number.name, text);
-            return false;
-        }
+    for (const Option &option : Options) {
+        const QString text = parser.value(option.name);
+        bool isNumber = option.highest == 0;
+        double value = 0;
+        if (qstrcmp(option.name, "passages") == 0)
+            value = text.toDouble(&isNumber);
+        else if (!isNumber)
+            value = text.toUInt(&isNumber);
+        if (!isNumber || value < option.lowest || value > option.highest || std::isnan(value))
+            return complaint(option.name, text);
     }
-    return true;
+    return {};
 }
 
-bool readAddress(const QCommandLineParser &parser, QHostAddress *address, QString *error)
+bool readFaults(const QStringList &texts, QVector<Fault> *faults, QString *error)
 {
-    const QString text = parser.value(QStringLiteral("address"));
-    if (address->setAddress(text))
-        return true;
-    *error = complaint("address", text);
-    return false;
-}
-
-bool readFaults(const QCommandLineParser &parser, QVector<Fault> *faults, QString *error)
-{
-    const QStringList texts = parser.values(QStringLiteral("fault"));
     for (const QString &text : texts) {
         Fault fault;
         QString reason;
@@ -125,6 +107,28 @@ bool readFaults(const QCommandLineParser &parser, QVector<Fault> *faults, QStrin
     return true;
 }
 
+/// All numbers are good.
+void takeNumbers(const QCommandLineParser &parser, Settings *settings)
+{
+    const auto number = [&](const char *name) { return parser.value(name).toUInt(); };
+    const auto integer = [&](const char *name) { return static_cast<int>(number(name)); };
+    TerminalOptions &terminal = settings->terminal;
+    settings->port = static_cast<quint16>(number("port"));
+    settings->terminals = integer("terminals");
+    terminal.pushPort = static_cast<quint16>(number("push-port"));
+    terminal.pushIntervalMs = integer("push-interval") * 1000;
+    terminal.seed = number("seed");
+    terminal.faults.seed = number("seed");
+    terminal.faults.bytesPerSecond = number("rate");
+    terminal.faults.delayMs = integer("delay");
+    terminal.maxUsers = integer("max-users");
+    terminal.enrollMs = integer("enroll-seconds") * 1000;
+    terminal.rebootMs = integer("reboot-seconds") * 1000;
+    terminal.records = integer("records");
+    terminal.ring = integer("ring");
+    terminal.passages = parser.value("passages").toDouble();
+}
+
 } // namespace
 
 bool readArguments(const QCoreApplication &app, Settings *settings, QString *error)
@@ -132,32 +136,23 @@ bool readArguments(const QCoreApplication &app, Settings *settings, QString *err
     QCommandLineParser parser;
     describe(parser);
     parser.process(app);
-    if (!parser.positionalArguments().isEmpty()) {
-        *error = QStringLiteral("Unexpected argument: ") + parser.positionalArguments().first();
-        return false;
-    }
-    quint32 numbers[std::size(Numbers)] = {};
-    if (!readAddress(parser, &settings->address, error) || !readNumbers(parser, numbers, error) ||
-        !readFaults(parser, &settings->terminal.faults.faults, error))
-        return false;
-    settings->port = static_cast<quint16>(numbers[Port]);
-    settings->dataFile = parser.value(QStringLiteral("data"));
-    if (parser.isSet(QStringLiteral("data")) && settings->dataFile.isEmpty()) {
+    settings->dataFile = parser.value("data");
+    *error = badNumber(parser);
+    if (!parser.positionalArguments().isEmpty())
+        *error = "Unexpected argument: " + parser.positionalArguments().first();
+    else if (!settings->address.setAddress(parser.value("address")))
+        *error = complaint("address", parser.value("address"));
+    else if (parser.isSet("data") && settings->dataFile.isEmpty())
         *error = complaint("data", settings->dataFile);
+    if (!error->isEmpty() ||
+        !readFaults(parser.values("fault"), &settings->terminal.faults.faults, error))
         return false;
-    }
-    settings->endWithInput = parser.isSet(QStringLiteral("end-with-input"));
-    settings->verbose = parser.isSet(QStringLiteral("verbose"));
-    settings->terminal.pushPort = static_cast<quint16>(numbers[PushPort]);
-    settings->terminal.pushIntervalMs = static_cast<int>(numbers[PushInterval]) * 1000;
-    settings->terminal.seed = numbers[Seed];
-    settings->terminal.faults.seed = numbers[Seed];
-    settings->terminal.faults.bytesPerSecond = numbers[Rate];
-    settings->terminal.faults.delayMs = static_cast<int>(numbers[Delay]);
-    settings->terminal.maxUsers = static_cast<int>(numbers[MaxUsers]);
-    settings->terminal.enrollMs = static_cast<int>(numbers[EnrollSeconds]) * 1000;
-    settings->terminal.rebootMs = static_cast<int>(numbers[RebootSeconds]) * 1000;
-    settings->terminal.records = static_cast<int>(numbers[Records]);
+    takeNumbers(parser, settings);
+    settings->endWithInput = parser.isSet("end-with-input");
+    if (parser.isSet("verbose"))
+        settings->terminal.log = printLine;
+    settings->terminal.oneClient = parser.isSet("one-client");
+    settings->terminal.importReplaces = parser.isSet("import-replaces");
     return true;
 }
 

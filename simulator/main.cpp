@@ -1,33 +1,17 @@
-#include "simulator/commandline.h"
-#include "simulator/terminal.h"
+#include "simulator/program.h"
 #include "version.h"
 
 #include <QCoreApplication>
-
-#include <QObject>
-#include <QThread>
+#include <QFile>
 
 #include <atomic>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
+#include <thread>
 
 namespace {
 
-void printLine(std::FILE *stream, const QString &line)
-{
-    std::fprintf(stream, "%s\n", line.toLocal8Bit().constData());
-    std::fflush(stream);
-}
-
-int fail(const QString &reason)
-{
-    printLine(stderr, reason);
-    return 1;
-}
-
 std::atomic<bool> stopAsked{false};
-std::atomic<bool> holdsInput{false};
 static_assert(std::atomic<bool>::is_always_lock_free); // set by a signal
 
 void askToStop(int /*signal*/)
@@ -35,16 +19,18 @@ void askToStop(int /*signal*/)
     stopAsked = true;
 }
 
-/// Waits for the end of the standard input, on a thread of its own.
+/// Waits for the end of the standard input. Reads without stdio, whose lock would keep the process
+/// from ending meanwhile.
 void stopWithInput()
 {
-    while (std::getchar() != EOF) {
+    QFile input;
+    input.open(0, QIODevice::ReadOnly | QIODevice::Unbuffered);
+    while (!input.read(1).isEmpty()) {
     }
-    holdsInput = false;
     stopAsked = true;
 }
 
-/// Leaves the event loop in good order when the program is asked to end.
+/// Leaves the event loop when the program is asked to end, so that states are saved.
 class Stopper : public QObject
 {
 public:
@@ -63,49 +49,29 @@ protected:
     }
 };
 
-QString endpoint(const QHostAddress &address, quint16 port)
-{
-    return QStringLiteral("%1:%2").arg(address.toString()).arg(port);
-}
-
-int run(int argc, char *argv[], sim::Settings &settings)
-{
-    QCoreApplication app(argc, argv);
-    QCoreApplication::setOrganizationDomain(QStringLiteral("kovant.example"));
-    QCoreApplication::setOrganizationName(QStringLiteral("Kovant"));
-    QCoreApplication::setApplicationName(QStringLiteral("quirel-simulator"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_VERSION));
-
-    QString error;
-    if (!sim::readArguments(app, &settings, &error))
-        return fail(error);
-    if (settings.verbose)
-        settings.terminal.log = [](const QString &line) { printLine(stderr, line); };
-
-    sim::Terminal terminal(settings.terminal);
-    if (!settings.dataFile.isEmpty() && !terminal.keepState(settings.dataFile, &error))
-        return fail(error);
-    if (!terminal.listen(settings.address, settings.port))
-        return fail(QStringLiteral("Cannot listen on %1: %2")
-                        .arg(endpoint(settings.address, settings.port), terminal.errorString()));
-    printLine(stdout,
-              QStringLiteral("Listening on ") + endpoint(settings.address, terminal.port()));
-    const Stopper stopper;
-    if (settings.endWithInput) {
-        holdsInput = true;
-        static QThread *const reader = QThread::create(stopWithInput); // to the end of the process
-        reader->start();
-    }
-    return QCoreApplication::exec();
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("quirel-simulator"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(QUIREL_VERSION));
+
+    QString error;
     sim::Settings settings;
-    const int code = run(argc, argv, settings);
-    if (holdsInput)
-        std::_Exit(code); // an orderly exit would wait for the thread that holds the input
-    return code;
+    sim::Terminals terminals;
+    if (!sim::readArguments(app, &settings, &error) ||
+        !sim::startTerminals(settings, &terminals, &error)) {
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+        return 1;
+    }
+    QString ports = QString::number(terminals.front()->port());
+    if (terminals.size() > 1)
+        ports += QStringLiteral("-%1").arg(terminals.back()->port());
+    std::printf("Listening on %s:%s\n", qPrintable(settings.address.toString()), qPrintable(ports));
+    std::fflush(stdout);
+    const Stopper stopper;
+    if (settings.endWithInput)
+        std::thread(stopWithInput).detach();
+    return QCoreApplication::exec();
 }

@@ -4,108 +4,101 @@
 #include <QTcpSocket>
 
 namespace sim {
-namespace {
 
-constexpr int RetryMs = 1000;    // when the port or a connection cannot be had at once
-constexpr int MostConsoles = 32; // at the same time
-
-} // namespace
+constexpr int RetryDelay = 1000; // ms, when the port or a connection is not available at once
+constexpr int MaxConsoles = 32;  // at the same time
 
 Terminal::Terminal(const TerminalOptions &options, QObject *parent)
     : QObject(parent),
-      m_log(options.log),
-      m_rebootMs(options.rebootMs),
-      m_device(options),
-      m_faults(options.faults),
-      m_pusher(m_device, options.pushPort, options.pushIntervalMs, options.seed)
+      settings(options),
+      simulated(options),
+      faults(options.faults),
+      pusher(simulated, options.pushPort, options.pushIntervalMs, seedOf(options))
 {
-    m_server.setProxy(QNetworkProxy::NoProxy);
-    connect(&m_device, SIGNAL(happened(QString)), &m_pusher, SLOT(say(QString)));
-    connect(&m_device, SIGNAL(debugAddressSet(QHostAddress, quint16)), &m_pusher,
+    server.setProxy(QNetworkProxy::NoProxy);
+    connect(&simulated, SIGNAL(happened(QString)), &pusher, SLOT(say(QString)));
+    connect(&simulated, SIGNAL(debugAddressSet(QHostAddress, quint16)), &pusher,
             SLOT(setTarget(QHostAddress, quint16)));
-    m_comeback.setSingleShot(true);
-    connect(&m_comeback, SIGNAL(timeout()), this, SLOT(comeBack()));
-    // Later, so that whoever asked for it gets the answer first.
-    connect(&m_device, SIGNAL(rebootAsked()), this, SLOT(goDown()), Qt::QueuedConnection);
-    // One at a time and later, so that the server asks for a connection only when there is one:
-    // once it asked in vain, it keeps to that error and tells of no other.
-    m_server.setMaxPendingConnections(1);
-    connect(&m_server, SIGNAL(newConnection()), this, SLOT(acceptConnections()),
+    // Queued, so that the console that asked for the reboot gets its reply first.
+    connect(&simulated, SIGNAL(rebootAsked()), this, SLOT(goDown()), Qt::QueuedConnection);
+    // One at a time and queued, so that the server asks for a connection only when there is one:
+    // after it has asked in vain, it keeps that error and reports no other.
+    server.setMaxPendingConnections(1);
+    connect(&server, SIGNAL(newConnection()), this, SLOT(acceptConnections()),
             Qt::QueuedConnection);
-    m_acceptPause.setSingleShot(true);
-    connect(&m_acceptPause, SIGNAL(timeout()), this, SLOT(resumeAccepting()));
-    connect(&m_server, SIGNAL(acceptError(QAbstractSocket::SocketError)), this,
+    connect(&server, SIGNAL(acceptError(QAbstractSocket::SocketError)), this,
             SLOT(pauseAccepting()));
 }
 
-Terminal::~Terminal() = default;
-
-bool Terminal::listen(const QHostAddress &address, quint16 port)
+bool Terminal::listen(const QHostAddress &address, quint16 wantedPort)
 {
-    if (!m_server.listen(address, port))
+    server.close();
+    if (!server.listen(address, wantedPort))
         return false;
-    m_address = address;
-    m_port = m_server.serverPort();
+    listeningAddress = address;
+    listeningPort = server.serverPort();
     return true;
 }
 
 bool Terminal::keepState(const QString &path, QString *error)
 {
-    m_store = std::make_unique<Store>(m_device, path);
-    if (m_store->open(error))
+    store = std::make_unique<Store>(simulated, path);
+    if (store->open(error))
         return true;
-    m_store.reset();
+    store.reset();
     return false;
 }
 
 void Terminal::goDown()
 {
-    if (m_comeback.isActive())
-        return;
-    m_comeback.start(m_rebootMs);
-    m_server.close();
-    m_pusher.pause();
-    for (Connection *connection : m_connections.findChildren<Connection *>())
-        connection->close(); // once its answers are written
+    QTimer::singleShot(settings.rebootMs, this, SLOT(comeBack()));
+    server.close();
+    pusher.pause();
+    for (Connection *connection : connections.findChildren<Connection *>())
+        connection->close(); // after its replies
 }
 
 void Terminal::comeBack()
 {
-    for (QTcpSocket *socket : m_connections.findChildren<QTcpSocket *>())
+    for (QTcpSocket *socket : connections.findChildren<QTcpSocket *>())
         socket->abort();
-    if (!m_server.listen(m_address, m_port)) {
-        qWarning("Cannot listen again: %s", qPrintable(m_server.errorString()));
-        m_comeback.start(RetryMs);
+    if (!server.listen(listeningAddress, listeningPort)) {
+        qWarning("Cannot listen again: %s", qPrintable(server.errorString()));
+        QTimer::singleShot(RetryDelay, this, SLOT(comeBack()));
         return;
     }
-    m_device.restart();
-    m_pusher.resume();
+    simulated.restart();
+    pusher.resume();
 }
 
 void Terminal::acceptConnections()
 {
-    while (QTcpSocket *socket = m_server.nextPendingConnection()) {
-        if (m_connections.children().size() >= MostConsoles) {
+    while (QTcpSocket *socket = server.nextPendingConnection()) {
+        if (connections.children().size() >= MaxConsoles) {
             socket->abort();
             socket->deleteLater();
             continue;
         }
-        m_device.announce(QStringLiteral("console connected from ") +
-                          socket->peerAddress().toString());
-        new Connection(socket, m_device, m_faults, m_log, &m_connections);
+        simulated.announce("console connected from " + socket->peerAddress().toString());
+        auto *connection = new Connection(socket, simulated, faults, settings.log, &connections);
+        if (!settings.oneClient)
+            continue;
+        server.pauseAccepting(); // the next one waits in the system's backlog
+        connect(connection, SIGNAL(destroyed()), this, SLOT(resumeAccepting()),
+                Qt::QueuedConnection);
     }
 }
 
 void Terminal::pauseAccepting()
 {
-    m_server.pauseAccepting();
-    m_acceptPause.start(RetryMs);
+    server.pauseAccepting();
+    QTimer::singleShot(RetryDelay, this, SLOT(resumeAccepting()));
 }
 
 void Terminal::resumeAccepting()
 {
-    if (m_server.isListening())
-        m_server.resumeAccepting();
+    if (server.isListening() && (!settings.oneClient || connections.children().isEmpty()))
+        server.resumeAccepting();
 }
 
 } // namespace sim

@@ -68,13 +68,13 @@ QByteArray SimClient::take(int size)
 {
     QElapsedTimer timer;
     timer.start();
-    m_bytes += readAll();
-    while (m_bytes.size() < size && !closed() && timer.elapsed() < 10000) {
+    pending += readAll();
+    while (pending.size() < size && !closed() && timer.elapsed() < 10000) {
         QTest::qWait(1);
-        m_bytes += readAll();
+        pending += readAll();
     }
-    QByteArray taken = m_bytes.left(size);
-    m_bytes.remove(0, size);
+    QByteArray taken = pending.left(size);
+    pending.remove(0, size);
     return taken;
 }
 

@@ -13,7 +13,7 @@ QByteArray request(int code, const QByteArray &payload);
 
 QByteArray addUser(const char *numbers, const QByteArray &name);
 QByteArray addCode(const QByteArray &note, const char *times, const QByteArray &data);
-/// A month's year and number, as a request tells them.
+/// A month's year and number as in a request.
 QByteArray monthBytes(int year, int month);
 
 /// A reply of one byte: a status, or the mode.
@@ -47,5 +47,5 @@ public:
     bool closed() const { return state() == UnconnectedState; }
 
 private:
-    QByteArray m_bytes;
+    QByteArray pending;
 };

@@ -1,5 +1,5 @@
 #include "dialogs/accessrecorddlg.h"
-#include "simulator/faults/faultspec.h"
+#include "simulator/faults/fault.h"
 #include "simulator/terminal.h"
 #include "testkit/dialogrig.h"
 
@@ -244,7 +244,7 @@ void TestRecords::exportsAMonth()
     QVERIFY(terminal.listen(QHostAddress::LocalHost, 0));
     sim::RecordBook &book = terminal.device().state.records;
     const sim::Month month(Month.year(), Month.month());
-    book.counts = {{month, count}};
+    book.months = {{month, {count}}};
 
     RecordRig rig;
     rig.client.connectToDevice("127.0.0.1", terminal.port());

@@ -1,12 +1,13 @@
 #include "tests/simclient.h"
 
+#include <QJsonArray>
 #include <QTcpServer>
 #include <QtTest>
 
 #include <memory>
 #include <vector>
 
-/// Clock, sensor, configuration and reboot.
+/// Configuration, clock, records, reboot and connections.
 class TestSimulatorDevice : public QObject
 {
     Q_OBJECT
@@ -16,10 +17,11 @@ private slots:
     void hostileDocuments_data();
     void hostileDocuments();
     void clockAndSerialNumber();
-    void palmIsOverTheSensor();
+    void recordPages();
+    void passagesLeaveEarlierRecords();
     void rebootDropsAndComesBack();
-    void nothingIsDoneBehindAReboot();
     void onlySoManyConsoles();
+    void oneConsoleAtATime();
 };
 
 void TestSimulatorDevice::documents_data()
@@ -127,20 +129,71 @@ void TestSimulatorDevice::clockAndSerialNumber()
     QCOMPARE(client.askJson("EAC500000117")["dev_serial"].toString(), QString("KV2403abcDEF789"));
 }
 
-void TestSimulatorDevice::palmIsOverTheSensor()
+void TestSimulatorDevice::recordPages()
 {
-    const SimTerminal terminal;
+    sim::TerminalOptions options;
+    options.records = 12001;
+    const SimTerminal terminal(options);
     SimClient client(terminal);
-    const QByteArray reply = client.ask(hex("EAC5000001 00"));
-    const int height = at(reply, 5) << 8 | at(reply, 6);
-    QVERIFY(height >= 60 && height <= 160);
+    const QJsonArray files = client.askJson("EAC500000140")["record_files"].toArray();
+    QCOMPARE(files.size(), 6);
+    const QString month = files.last().toString(); // record_2026_11.dat
+    const QByteArray address = monthBytes(month.mid(7, 4).toInt(), month.mid(12, 2).toInt());
+    const auto page = [&](const char *start) {
+        return client.ask(request(0x43, address + hex(start)));
+    };
+    const QByteArray first = page("00000000");
+    QCOMPARE(first.left(8), hex("EAC50493E3 00 0BB8"));
+    QCOMPARE(page("00000BB8").left(8), hex("EAC50493E3 00 0BB8"));
+    QCOMPARE(page("00001770").left(8), hex("EAC5000067 00 0001"));
+    QCOMPARE(page("FFFFFFFF"), hex("EAC5000003 00 0000"));
+    QCOMPARE(page("00000001").mid(8, 100), first.mid(108, 100));
+    const QByteArray day = (month.mid(7, 4) + '-' + month.mid(12, 2) + '-').toLatin1();
+    QByteArray before;
+    for (int i = 8; i < first.size(); i += 100) {
+        const QByteArray time = first.mid(i + 4, 10) + first.mid(i + 20, 8);
+        QVERIFY(time.startsWith(day) && time >= before);
+        QVERIFY(at(first, i) <= 1 && first.mid(i + 1, 3) == hex("000000"));
+        QCOMPARE(first.mid(i + 14, 6) + first.mid(i + 28, 8), QByteArray(14, '\0'));
+        QVERIFY(at(first, i + 36) != 0 && at(first, i + 67) == 0 && at(first, i + 99) == 0);
+        before = time;
+    }
+    QCOMPARE(client.ask(request(0x41, address)), status(0));
+    QCOMPARE(page("00000000"), hex("EAC5000003 00 0000"));
+    QCOMPARE(client.askJson("EAC500000140")["record_files"].toArray().size(), 5);
+}
+
+void TestSimulatorDevice::passagesLeaveEarlierRecords()
+{
+    for (const int ring : {0, 600}) { // 500 of the month and 100 of the one before
+        sim::TerminalOptions options;
+        options.records = 1000;
+        options.passages = 20000;
+        options.ring = ring;
+        const SimTerminal terminal(options);
+        SimClient client(terminal);
+        const QDate today = QDate::currentDate();
+        const QByteArray month = monthBytes(today.year(), today.month());
+        const auto page = [&] { return client.ask(request(0x43, month + hex("00000000"))).mid(8); };
+        const QByteArray before = page();
+        QByteArray after;
+        QTRY_VERIFY((after = page()).size() > 70000 || after.left(100) != before.left(100));
+        const int gone = before.indexOf(after.left(100));
+        QVERIFY(gone >= 0 && after.startsWith(before.mid(gone)));
+        QCOMPARE(gone > 0, ring > 0);
+        QCOMPARE(after.size() == 60000, ring > 0);
+        QCOMPARE(client.ask(hex("EAC5000002 0400")), status(0)); // idle: nobody passes
+        const QByteArray last = page();
+        client.waitForReadyRead(50); // in vain
+        QCOMPARE(page(), last);
+    }
 }
 
 void TestSimulatorDevice::rebootDropsAndComesBack()
 {
     sim::TerminalOptions options;
     options.rebootMs = 2500; // long enough to find nobody there
-    const SimTerminal terminal(options);
+    SimTerminal terminal(options);
     SimClient asking(terminal);
     SimClient other(terminal);
     QTcpServer listener;
@@ -149,34 +202,22 @@ void TestSimulatorDevice::rebootDropsAndComesBack()
     other.ask(hex("EAC5000007 08 7F000001") + static_cast<char>(port >> 8) +
               static_cast<char>(port));
     QTRY_VERIFY(listener.hasPendingConnections());
-    QTcpSocket *told = listener.nextPendingConnection();
+    QTcpSocket *pushed = listener.nextPendingConnection();
     other.ask(hex("EAC5000006 04 06 000000FF"));
-    QCOMPARE(asking.ask(hex("EAC5000001 EF")), status(0));
+    asking.send(hex("EAC5000001 EF EAC5000001 0E")); // the users are not cleared any more
+    QCOMPARE(asking.reply(), status(0));
     QTRY_VERIFY(asking.closed() && other.closed());
-    QTRY_COMPARE(told->state(), QAbstractSocket::UnconnectedState);
-    QVERIFY(told->readAll().endsWith("rebooting\r\n"));
+    QTRY_COMPARE(pushed->state(), QAbstractSocket::UnconnectedState);
+    QVERIFY(pushed->readAll().endsWith("rebooting\r\n"));
     SimClient early(terminal);
     QTRY_COMPARE(early.error(), QAbstractSocket::ConnectionRefusedError);
     const auto answers = [&] {
-        early.abort();
-        early.connectToHost(QHostAddress::LocalHost, terminal.port());
-        return QTest::qWaitFor([&] { return early.state() == QAbstractSocket::ConnectedState; },
-                               50);
+        SimClient later(terminal);
+        return later.waitForConnected(50) && later.ask(hex("EAC5000001 05")) == status(3);
     };
     QTRY_VERIFY(answers());
-    SimClient later(terminal);
-    QCOMPARE(later.ask(hex("EAC5000001 05")), status(3));
-    QTRY_VERIFY(listener.hasPendingConnections());
-}
-
-void TestSimulatorDevice::nothingIsDoneBehindAReboot()
-{
-    SimTerminal terminal;
-    SimClient client(terminal);
-    client.send(hex("EAC5000001 EF EAC5000001 0E"));
-    QCOMPARE(client.reply(), status(0));
-    QTRY_VERIFY(client.closed());
     QCOMPARE(terminal.device().state.users.size(), size_t{8});
+    QTRY_VERIFY(listener.hasPendingConnections());
 }
 
 void TestSimulatorDevice::onlySoManyConsoles()
@@ -190,6 +231,21 @@ void TestSimulatorDevice::onlySoManyConsoles()
     SimClient more(terminal);
     QTRY_COMPARE(more.error(), QAbstractSocket::RemoteHostClosedError);
     QCOMPARE(consoles.front()->ask(hex("EAC5000001 05")), status(3));
+}
+
+void TestSimulatorDevice::oneConsoleAtATime()
+{
+    sim::TerminalOptions options;
+    options.oneClient = true;
+    const SimTerminal terminal(options);
+    auto first = std::make_unique<SimClient>(terminal);
+    QCOMPARE(first->ask(hex("EAC5000001 05")), status(3));
+    SimClient second(terminal);
+    second.send(hex("EAC5000001 05"));
+    second.waitForReadyRead(50); // in vain
+    QCOMPARE(second.bytesAvailable(), qint64{0});
+    first.reset();
+    QCOMPARE(second.reply(), status(3));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorDevice)

@@ -1,4 +1,3 @@
-#include "simulator/state/chatter.h"
 #include "tests/simclient.h"
 
 #include <QJsonArray>
@@ -28,7 +27,6 @@ sim::TerminalOptions small(int enrollMs = 60000)
     options.maxUsers = 9;
     options.maxQrCodes = 4;
     options.enrollMs = enrollMs;
-    options.records = 12001;
     return options;
 }
 
@@ -46,18 +44,17 @@ QString featuresOf(SimClient &client, const QString &id)
 
 } // namespace
 
-/// Users, enrollments, records, QR codes, and what is left when everything was cleared.
+/// Users, enrollments, QR codes, and what is left when everything was cleared.
 class TestSimulatorRules : public QObject
 {
     Q_OBJECT
 private slots:
     void dialogues_data();
     void dialogues();
-    void enrollmentKeepsBusy_data();
     void enrollmentKeepsBusy();
     void enrollments();
     void recognisesInItsModesOnly();
-    void recordPages();
+    void importReplaces();
     void listsStayBelowTheWait();
     void longTextsAreCutAtCharacters();
 };
@@ -82,7 +79,6 @@ void TestSimulatorRules::dialogues_data()
                         {hex("EAC5000001 40"), hex("EAC5000014 00") + "{\"record_files\":[]}"},
                         {hex("EAC5000001 61"), status(0)},
                         {hex("EAC5000001 63"), hex("EAC5000013 00") + "{\"qrcode data\":[]}"}});
-
     const QByteArray name32 = QByteArray(30, 'n') + hex("C3A9"); // fills its field
     row("add-user", {{hex("EAC5000001 0E"), status(0)},
                      {addUser("01020304 0A0B0C0D", name32), status(0)},
@@ -132,7 +128,6 @@ void TestSimulatorRules::dialogues_data()
                           {hex("EAC5000004 41 07EA 0D"), status(2)},
                           {hex("EAC5000008 43 07EA 0D 00000000"), status(2)},
                           {hex("EAC5000003 41 07EA"), status(2)}});
-
     const QByteArray code = addCode("note", Times, "QR-1");
     row("add-code", {{hex("EAC5000001 61"), status(0)},
                      {addCode("\xE4\xBF\x9D", Times, "Q\"1"), status(0)},
@@ -177,38 +172,33 @@ void TestSimulatorRules::dialogues()
         QCOMPARE(client.ask(exchange.first), exchange.second);
 }
 
-void TestSimulatorRules::enrollmentKeepsBusy_data()
-{
-    QTest::addColumn<QByteArray>("start");
-    QTest::newRow("local") << hex("EAC5000006 04 01 00000003");
-    QTest::newRow("remote") << hex("EAC5000006 04 06 FFFFFFFF");
-}
-
 void TestSimulatorRules::enrollmentKeepsBusy()
 {
-    QFETCH(QByteArray, start);
-    SimTerminal terminal(small());
-    SimClient client(terminal);
-    QCOMPARE(client.ask(start), status(0));
-    QCOMPARE(client.ask(hex("EAC5000001 05")), status(at(start, 6)));
-    for (const QByteArray &change :
-         {hex("EAC5000006 04 01 00000001"), hex("EAC5000006 04 06 000000FF"), hex("EAC5000001 0E"),
-          addUser("00000009 00000000", "A"), hex("EAC5000005 31 00000001"),
-          hex("EAC5000005 34 00000001"), import("00 00000001")})
-        QCOMPARE(client.ask(change), status(1));
-    QCOMPARE(client.ask(hex("EAC5000006 04 01 00000000")), status(2));
-    QCOMPARE(client.ask(hex("EAC5000006 04 05 00000003")), status(2));
-    QSignalSpy told(&terminal.device(), SIGNAL(happened(QString)));
-    const bool local = at(start, 6) == 1; // begins anew for the same user
-    QCOMPARE(client.ask(start), status(local ? 0 : 1));
-    QCOMPARE(client.ask(hex("EAC5000006 04 06 00000003")), status(1));
-    QCOMPARE(client.ask(hex("EAC5000002 0404")), status(0));
-    QCOMPARE(told.at(0).at(0).toString().endsWith("place the palm over the sensor"), local);
-    QVERIFY(told.at(local).at(0).toString().endsWith("cancelled"));
-    QCOMPARE(client.ask(hex("EAC5000001 05")), status(4));
-    QCOMPARE(client.ask(hex("EAC5000005 28 FFFFFFFF")), status(2));
-    QCOMPARE(featuresOf(client, "3"), QString("3,3"));
-    QCOMPARE(client.ask(hex("EAC5000001 0E")), status(0));
+    for (const QByteArray &start :
+         {hex("EAC5000006 04 01 00000003"), hex("EAC5000006 04 06 FFFFFFFF")}) {
+        SimTerminal terminal(small());
+        SimClient client(terminal);
+        QCOMPARE(client.ask(start), status(0));
+        QCOMPARE(client.ask(hex("EAC5000001 05")), status(at(start, 6)));
+        for (const QByteArray &change :
+             {hex("EAC5000006 04 01 00000001"), hex("EAC5000006 04 06 000000FF"),
+              hex("EAC5000001 0E"), addUser("00000009 00000000", "A"),
+              hex("EAC5000005 31 00000001"), hex("EAC5000005 34 00000001"), import("00 00000001")})
+            QCOMPARE(client.ask(change), status(1));
+        QCOMPARE(client.ask(hex("EAC5000006 04 01 00000000")), status(2));
+        QCOMPARE(client.ask(hex("EAC5000006 04 05 00000003")), status(2));
+        QSignalSpy spy(&terminal.device(), SIGNAL(happened(QString)));
+        const bool local = at(start, 6) == 1; // begins anew for the same user
+        QCOMPARE(client.ask(start), status(local ? 0 : 1));
+        QCOMPARE(client.ask(hex("EAC5000006 04 06 00000003")), status(1));
+        QCOMPARE(client.ask(hex("EAC5000002 0404")), status(0));
+        QCOMPARE(spy.at(0).at(0).toString().endsWith("place the palm over the sensor"), local);
+        QVERIFY(spy.at(local).at(0).toString().endsWith("cancelled"));
+        QCOMPARE(client.ask(hex("EAC5000001 05")), status(4));
+        QCOMPARE(client.ask(hex("EAC5000005 28 FFFFFFFF")), status(2));
+        QCOMPARE(featuresOf(client, "3"), QString("3,3"));
+        QCOMPARE(client.ask(hex("EAC5000001 0E")), status(0));
+    }
 }
 
 void TestSimulatorRules::enrollments()
@@ -232,11 +222,11 @@ void TestSimulatorRules::enrollments()
         features << client.ask(hex("EAC5000005 28 000000FF"));
         QCOMPARE(features.constBegin()->size(), 10246);
 
-        QSignalSpy told(&terminal.device(), SIGNAL(happened(QString)));
+        QSignalSpy spy(&terminal.device(), SIGNAL(happened(QString)));
         QCOMPARE(client.ask(hex("EAC5000006 04 01 00000003")), status(0));
         QTRY_COMPARE(client.ask(hex("EAC5000001 05")), status(3));
         QStringList lines;
-        for (const QList<QVariant> &line : qAsConst(told))
+        for (const QList<QVariant> &line : qAsConst(spy))
             lines.append(line.at(0).toString());
         QCOMPARE(lines.filter("place the palm over the sensor").size(), 1);
         QCOMPARE(lines.filter("palm image ").size(), 5);
@@ -255,10 +245,10 @@ void TestSimulatorRules::recognisesInItsModesOnly()
                                   DeviceMode::RemoteRecognition, DeviceMode::Enroll}) {
         if (!device.setMode(static_cast<quint8>(mode)))
             device.startEnrollment(mode, 1);
-        sim::Chatter chatter(device, 1);
+        QRandomGenerator random(1);
         QString told;
         for (int i = 0; i < 100; ++i)
-            told += chatter.nextLine();
+            told += sim::chatLine(device, random);
         const bool recognises = mode != DeviceMode::Idle && mode != DeviceMode::Enroll;
         QCOMPARE(told.contains("recognised"), recognises);
         QCOMPARE(told.contains("relay"), recognises);
@@ -266,36 +256,19 @@ void TestSimulatorRules::recognisesInItsModesOnly()
     }
 }
 
-void TestSimulatorRules::recordPages()
+void TestSimulatorRules::importReplaces()
 {
-    const SimTerminal terminal(small());
+    sim::TerminalOptions options;
+    options.importReplaces = true;
+    SimTerminal terminal(options);
     SimClient client(terminal);
-    const QJsonArray files = client.askJson("EAC500000140")["record_files"].toArray();
-    QCOMPARE(files.size(), 6);
-    const QString month = files.last().toString(); // record_2026_11.dat
-    const QByteArray address = monthBytes(month.mid(7, 4).toInt(), month.mid(12, 2).toInt());
-    const auto page = [&](const char *start) {
-        return client.ask(request(0x43, address + hex(start)));
-    };
-    const QByteArray first = page("00000000");
-    QCOMPARE(first.left(8), hex("EAC50493E3 00 0BB8"));
-    QCOMPARE(page("00000BB8").left(8), hex("EAC50493E3 00 0BB8"));
-    QCOMPARE(page("00001770").left(8), hex("EAC5000067 00 0001"));
-    QCOMPARE(page("FFFFFFFF"), hex("EAC5000003 00 0000"));
-    QCOMPARE(page("00000001").mid(8, 100), first.mid(108, 100));
-    const QByteArray day = (month.mid(7, 4) + '-' + month.mid(12, 2) + '-').toLatin1();
-    QByteArray before;
-    for (int i = 8; i < first.size(); i += 100) {
-        const QByteArray time = first.mid(i + 4, 10) + first.mid(i + 20, 8);
-        QVERIFY(time.startsWith(day) && time >= before);
-        QVERIFY(at(first, i) <= 1 && first.mid(i + 1, 3) == hex("000000"));
-        QCOMPARE(first.mid(i + 14, 6) + first.mid(i + 28, 8), QByteArray(14, '\0'));
-        QVERIFY(at(first, i + 36) != 0 && at(first, i + 67) == 0 && at(first, i + 99) == 0);
-        before = time;
-    }
-    QCOMPARE(client.ask(request(0x41, address)), status(0));
-    QCOMPARE(page("00000000"), hex("EAC5000003 00 0000"));
-    QCOMPARE(client.askJson("EAC500000140")["record_files"].toArray().size(), 5);
+    for (int i = 0; i < 2; ++i)
+        QCOMPARE(client.ask(import("00 00000004")), status(0));
+    QCOMPARE(featuresOf(client, "4"), QString("1,1"));
+    const sim::User &user = terminal.device().state.users.at(4);
+    QCOMPARE(user.features, QByteArray(10240, '\x7F'));
+    QCOMPARE(client.ask(hex("EAC5000005 34 00000004")), status(0));
+    QVERIFY(user.features.isEmpty());
 }
 
 void TestSimulatorRules::listsStayBelowTheWait()

@@ -1,3 +1,4 @@
+#include "simulator/program.h"
 #include "tests/simclient.h"
 
 #include <QFile>
@@ -41,26 +42,27 @@ private slots:
     void foreignFilesAreRefused();
     void placesWithoutAFileAreRefused();
     void failedSavesAreTriedAgain();
+    void severalTerminals();
 
 private:
     /// A terminal that keeps its state in the file; nullptr, with the reason, when it does not.
     std::unique_ptr<sim::Terminal> start(QString *error = nullptr) const;
 
-    std::unique_ptr<QTemporaryDir> m_directory;
-    QString m_path;
+    std::unique_ptr<QTemporaryDir> directory;
+    QString path;
 };
 
 void TestSimulatorState::init()
 {
-    m_directory = std::make_unique<QTemporaryDir>();
-    m_path = m_directory->filePath("state.json");
+    directory = std::make_unique<QTemporaryDir>();
+    path = directory->filePath("state.json");
 }
 
 std::unique_ptr<sim::Terminal> TestSimulatorState::start(QString *error) const
 {
     QString reason;
     auto terminal = std::make_unique<sim::Terminal>();
-    const bool kept = terminal->keepState(m_path, &reason);
+    const bool kept = terminal->keepState(path, &reason);
     if (error)
         *error = reason;
     const bool listens = kept && terminal->listen(QHostAddress::LocalHost, 0);
@@ -106,6 +108,7 @@ void TestSimulatorState::everyChangeSurvives()
     terminal = start();
     QVERIFY(terminal);
     QCOMPARE(everything(*terminal), changed);
+    QCOMPARE(terminal->device().state.users.at(8).features, QByteArray(10240, 'x'));
     SimClient later(*terminal);
     QCOMPARE(later.ask(hex("EAC5000001 06")).left(8), hex("EAC5000006 3D0203"));
 }
@@ -113,18 +116,18 @@ void TestSimulatorState::everyChangeSurvives()
 void TestSimulatorState::savedSoonAndWhole()
 {
     const auto terminal = start();
-    QVERIFY(contentOf(m_path).contains("Anna Keller"));
+    QVERIFY(contentOf(path).contains("Anna Keller"));
     SimClient client(*terminal);
     client.ask(hex("EAC5000005 31 00000003"));
     client.ask(hex("EAC5000001 42"));
-    QTRY_VERIFY(!contentOf(m_path).contains("Anna Keller"));
-    QVERIFY(contentOf(m_path).contains("\"months\":[]"));
-    QVERIFY(contentOf(m_path).endsWith("}\n"));
-    QCOMPARE(QDir(m_directory->path()).entryList(QDir::Files),
+    QTRY_VERIFY(!contentOf(path).contains("Anna Keller"));
+    QVERIFY(contentOf(path).contains("\"months\":[]"));
+    QVERIFY(contentOf(path).endsWith("}\n"));
+    QCOMPARE(QDir(directory->path()).entryList(QDir::Files),
              QStringList({"state.json", "state.json.lock"}));
     QString error;
     QVERIFY(!start(&error));
-    QCOMPARE(error, "Cannot use " + m_path + ": another program keeps its state there");
+    QCOMPARE(error, "Cannot use " + path + ": another program keeps its state there");
 }
 
 void TestSimulatorState::foreignFilesAreRefused_data()
@@ -140,7 +143,6 @@ void TestSimulatorState::foreignFilesAreRefused_data()
     row("comment", "}\n", "} // boom\n", "not a JSON object");
     row("nested-deeply", "", QByteArray(20000, '['), "not a JSON object");
     row("name-not-utf-8", "Anna Keller", "Ann\xFF", "not a JSON object");
-    row("too-long", "", QByteArray(64'000'001, ' '), "too long");
     row("too-many-users", "\"users\":[", "\"users\":[" + QByteArray("{},").repeated(3000),
         "3008 users, more than --max-users 3000");
 
@@ -178,7 +180,7 @@ void TestSimulatorState::foreignFilesAreRefused()
     QFETCH(QByteArray, to);
     QFETCH(QByteArray, reason);
     start().reset();
-    QByteArray text = contentOf(m_path);
+    QByteArray text = contentOf(path);
     if (from.isEmpty()) {
         text = to;
     } else {
@@ -186,29 +188,33 @@ void TestSimulatorState::foreignFilesAreRefused()
         QVERIFY(place >= 0);
         text.replace(place, from.size(), to);
     }
-    write(m_path, text);
+    write(path, text);
     QString error;
     QVERIFY(!start(&error));
-    QVERIFY2(error.startsWith("Cannot use " + m_path) && error.endsWith(QString(reason)),
+    QVERIFY2(error.startsWith("Cannot use " + path) && error.endsWith(QString(reason)),
              qPrintable(error));
-    QCOMPARE(contentOf(m_path), text);
+    QCOMPARE(contentOf(path), text);
 }
 
 void TestSimulatorState::placesWithoutAFileAreRefused()
 {
     QString error;
-    m_path = m_directory->path();
+    path = directory->path();
     QVERIFY(!start(&error));
-    QVERIFY2(error.startsWith("Cannot use " + m_path), qPrintable(error));
-    m_path += "/none/state.json";
+    QCOMPARE(error, "Cannot use " + path + ": not a regular file");
+    path += "/none/state.json";
     QVERIFY(!start(&error));
-    QVERIFY2(error.startsWith("Cannot write " + m_path), qPrintable(error));
+    QVERIFY2(error.startsWith("Cannot write " + path), qPrintable(error));
 #ifdef Q_OS_UNIX
-    m_path = m_directory->filePath("state.json");
+    path = directory->filePath("long.json");
+    QVERIFY(QFile(path).open(QIODevice::WriteOnly) && QFile::resize(path, 900'000'001)); // sparse
+    QVERIFY(!start(&error));
+    QCOMPARE(error, "Cannot use " + path + ": too long");
+    path = directory->filePath("state.json");
     for (const char *pipe : {".lock", ""}) { // neither is waited for
-        QCOMPARE(mkfifo(QFile::encodeName(m_path + pipe).constData(), 0600), 0);
+        QCOMPARE(mkfifo(QFile::encodeName(path + pipe).constData(), 0600), 0);
         QVERIFY(!start(&error));
-        QCOMPARE(error, "Cannot use " + m_path + pipe + ": not a regular file");
+        QCOMPARE(error, "Cannot use " + path + pipe + ": not a regular file");
     }
 #endif
 }
@@ -216,26 +222,56 @@ void TestSimulatorState::placesWithoutAFileAreRefused()
 void TestSimulatorState::failedSavesAreTriedAgain()
 {
 #ifdef Q_OS_UNIX
-    static QStringList told;
+    static QStringList lines;
     const auto terminal = start();
     for (quint32 id = 100; id < 200; ++id)
         terminal->device().state.users[id] = {id, id, QString(32, 'u'), QString(), 3, 3};
     const auto handler = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext &, const QString &line) { told << line; });
+        [](QtMsgType, const QMessageLogContext &, const QString &line) { lines << line; });
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit former;
     getrlimit(RLIMIT_FSIZE, &former);
     const rlimit full{4096, former.rlim_max}; // a part of the file still fits
     setrlimit(RLIMIT_FSIZE, &full);
     SimClient(*terminal).ask(hex("EAC5000005 31 00000003"));
-    const bool failed = QTest::qWaitFor([] { return !told.isEmpty(); });
+    const bool failed = QTest::qWaitFor([] { return !lines.isEmpty(); });
     setrlimit(RLIMIT_FSIZE, &former);
-    const bool saved = QTest::qWaitFor([] { return told.size() > 1; });
+    const bool saved = QTest::qWaitFor([] { return lines.size() > 1; });
     qInstallMessageHandler(handler);
     QVERIFY(failed && saved);
-    QCOMPARE(told, QStringList({"Cannot write " + m_path + ": File too large", "Saved " + m_path}));
-    QVERIFY(contentOf(m_path).size() > 4096 && !contentOf(m_path).contains("Anna Keller"));
+    QCOMPARE(lines, QStringList({"Cannot write " + path + ": File too large", "Saved " + path}));
+    QVERIFY(contentOf(path).size() > 4096 && !contentOf(path).contains("Anna Keller"));
 #endif
+}
+
+void TestSimulatorState::severalTerminals()
+{
+    sim::Settings settings;
+    settings.address = QHostAddress(QHostAddress::LocalHost);
+    settings.terminals = 3;
+    settings.dataFile = path;
+    sim::Terminals terminals;
+    QString error;
+    QVERIFY2(sim::startTerminals(settings, &terminals, &error), qPrintable(error));
+    QStringList names;
+    QSet<QByteArray> records;
+    const QByteArray month = monthBytes(QDate::currentDate().year(), QDate::currentDate().month());
+    for (const auto &terminal : terminals) {
+        QCOMPARE(terminal->port(), terminals[0]->port() + names.size());
+        SimClient client(*terminal);
+        const QJsonObject info = client.askJson("EAC5000001 17");
+        names << info["dev_serial"].toString() + ' ' + info["dev_name"].toString();
+        records << client.ask(request(0x43, month + hex("00000000")));
+    }
+    QCOMPARE(names, QStringList({"KV2601SIM000001 Palm terminal (simulated)",
+                                 "KV2601SIM000002 Palm terminal 2 (simulated)",
+                                 "KV2601SIM000003 Palm terminal 3 (simulated)"}));
+    QCOMPARE(records.size(), 3);
+    QVERIFY(QFile::exists(path + ".3"));
+    settings.dataFile.clear();
+    settings.port = terminals[2]->port();
+    QVERIFY(!sim::startTerminals(settings, &terminals, &error));
+    QVERIFY(error.endsWith(": The bound address is already in use"));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorState)

@@ -1,157 +1,119 @@
-#include "simulator/commands/commands.h"
-
-#include "simulator/state/device.h"
+#include "simulator/commands/command.h"
 #include "simulator/state/documents.h"
-#include "simulator/state/json.h"
 
 namespace sim {
 namespace {
 
+using C = wire::Command;
+using D = Documents;
+
 constexpr int FirstYear = 1970; // carried as year - 1970
-constexpr int SerialField = 16; // a zero byte behind the serial number
 
-void appendByte(QByteArray &bytes, int value)
+QByteArray getRtcTime(Device &device, PayloadReader & /*reader*/)
 {
-    bytes.append(static_cast<char>(value));
+    const QDateTime now = device.clock();
+    const QDate date = now.date();
+    const QTime time = now.time();
+    QByteArray record;
+    for (const int part : {date.year() - FirstYear, date.month(), date.day(), time.hour(),
+                           time.minute(), time.second()})
+        record += static_cast<char>(part);
+    return plainReply(record);
 }
 
-QByteArray clockRecord(const QDateTime &time)
-{
-    QByteArray bytes;
-    appendByte(bytes, time.date().year() - FirstYear);
-    appendByte(bytes, time.date().month());
-    appendByte(bytes, time.date().day());
-    appendByte(bytes, time.time().hour());
-    appendByte(bytes, time.time().minute());
-    appendByte(bytes, time.time().second());
-    return bytes;
-}
-
-QDateTime readClockRecord(PayloadReader &reader)
+QByteArray setRtcTime(Device &device, PayloadReader &reader)
 {
     const int year = FirstYear + reader.u8();
     const int month = reader.u8();
     const QDate date(year, month, reader.u8());
     const int hour = reader.u8();
     const int minute = reader.u8();
-    return {date, QTime(hour, minute, reader.u8())};
-}
-
-QByteArray changeDocument(Device &device, Json::Value &document, const Request &request)
-{
-    Json::Value update;
-    if (!parseObject(request.payload, &update))
-        return statusReply(Status::WrongParameter);
-    Json::Value changed = document;
-    mergeKnown(changed, update);
-    if (toText(changed).size() > LongestDocument)
-        return statusReply(Status::WrongParameter);
-    document = changed;
-    device.changed(QStringLiteral("configuration changed"));
-    return statusReply(Status::Ok);
-}
-
-} // namespace
-
-QByteArray getTofDistance(Device &device, const Request & /*request*/)
-{
-    return plainReply(bytesOf16(device.palmHeight()));
-}
-
-QByteArray getRtcTime(Device &device, const Request & /*request*/)
-{
-    return plainReply(clockRecord(device.clock()));
-}
-
-QByteArray setRtcTime(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
-    const QDateTime time = readClockRecord(reader);
+    const QDateTime time(date, QTime(hour, minute, reader.u8()));
     if (!reader.exact() || !time.isValid())
         return statusReply(Status::WrongParameter);
     device.setClock(time);
-    return statusReply(Status::Ok);
+    return changed(device, "clock set");
 }
 
-QByteArray setDebugAddress(Device &device, const Request &request)
+QByteArray setDebugAddress(Device &device, PayloadReader &reader)
 {
-    PayloadReader reader(request.payload);
     const QHostAddress address(reader.u32());
     const quint16 port = reader.u16();
     if (!reader.exact())
         return statusReply(Status::WrongParameter);
-    device.setDebugAddress(address, port);
+    emit device.debugAddressSet(address, port);
     return statusReply(Status::Ok);
 }
 
-QByteArray setTofBias(Device &device, const Request &request)
+QByteArray setTofBias(Device &device, PayloadReader &reader)
 {
-    PayloadReader reader(request.payload);
     const int bias = reader.u16() - wire::TofBiasOffset;
     if (!reader.exact())
         return statusReply(Status::WrongParameter);
     device.state.sensorBias = bias;
-    device.changed(QStringLiteral("distance sensor bias set to %1 mm").arg(bias));
-    return statusReply(Status::Ok);
+    return changed(device, QStringLiteral("distance sensor bias set to %1 mm").arg(bias));
 }
 
-QByteArray getTofBias(Device &device, const Request & /*request*/)
+template <Json::Value Documents::*document>
+QByteArray getDocument(Device &device, PayloadReader & /*reader*/)
 {
-    return plainReply(
-        bytesOf16(static_cast<quint16>(device.state.sensorBias + wire::TofBiasOffset)));
+    return dataReply(toText(device.state.documents.*document));
 }
 
-QByteArray setUserConfig(Device &device, const Request &request)
+template <Json::Value Documents::*document>
+QByteArray setDocument(Device &device, PayloadReader &reader)
 {
-    return changeDocument(device, device.state.documents.user, request);
+    Json::Value update;
+    Json::Value merged = device.state.documents.*document;
+    if (!parseObject(reader.remainder(), &update))
+        return statusReply(Status::WrongParameter);
+    mergeKnown(merged, update);
+    if (toText(merged).size() > LongestDocument)
+        return statusReply(Status::WrongParameter);
+    device.state.documents.*document = merged;
+    return changed(device, "configuration changed");
 }
 
-QByteArray getUserConfig(Device &device, const Request & /*request*/)
+QByteArray setSerialNumber(Device &device, PayloadReader &reader)
 {
-    return dataReply(toText(device.state.documents.user));
-}
-
-QByteArray getSystemInfo(Device &device, const Request & /*request*/)
-{
-    return dataReply(
-        toText(systemInfoDocument(device.state.serialNumber, device.options().maxUsers)));
-}
-
-QByteArray getVendorConfig(Device &device, const Request & /*request*/)
-{
-    return dataReply(toText(device.state.documents.vendor));
-}
-
-QByteArray setVendorConfig(Device &device, const Request &request)
-{
-    return changeDocument(device, device.state.documents.vendor, request);
-}
-
-QByteArray getOutputConfig(Device &device, const Request & /*request*/)
-{
-    return dataReply(toText(device.state.documents.output));
-}
-
-QByteArray setOutputConfig(Device &device, const Request &request)
-{
-    return changeDocument(device, device.state.documents.output, request);
-}
-
-QByteArray setSerialNumber(Device &device, const Request &request)
-{
-    const QString serial = QString::fromLatin1(request.payload.left(SerialLength));
-    if (request.payload.size() != SerialField || request.payload.back() != '\0' ||
-        !isSerialNumber(serial))
+    const QString serial = QString::fromLatin1(reader.bytes(SerialLength));
+    const bool isTerminated = reader.u8() == 0;
+    if (!reader.exact() || !isTerminated || !isSerialNumber(serial))
         return statusReply(Status::WrongParameter);
     device.state.serialNumber = serial;
-    device.changed(QStringLiteral("serial number written"));
-    return statusReply(Status::Ok);
+    return changed(device, "serial number written");
 }
 
-QByteArray rebootDevice(Device &device, const Request & /*request*/)
-{
-    device.reboot();
-    return statusReply(Status::Ok);
-}
+} // namespace
+
+const QVector<Command> DeviceCommands{
+    {C::GetTofDistance, ReplyForm::Plain, "getTofDistance",
+     [](Device &device, PayloadReader &) { return plainReply(bytesOf(device.palmHeight())); }},
+    {C::GetRtcTime, ReplyForm::Plain, "getRtcTime", getRtcTime},
+    {C::SetRtcTime, ReplyForm::Status, "setRtcTime", setRtcTime},
+    {C::SetDebugAddress, ReplyForm::Status, "setDebugAddress", setDebugAddress},
+    {C::SetTofBias, ReplyForm::Status, "setTofBias", setTofBias},
+    {C::GetTofBias, ReplyForm::Plain, "getTofBias",
+     [](Device &device, PayloadReader &) {
+         return plainReply(
+             bytesOf(static_cast<quint16>(device.state.sensorBias + wire::TofBiasOffset)));
+     }},
+    {C::GetSystemInfo, ReplyForm::Status, "getSystemInfo",
+     [](Device &device, PayloadReader &) {
+         return dataReply(toText(systemInfoDocument(device.options(), device.state.serialNumber)));
+     }},
+    {C::SetUserConfig, ReplyForm::Status, "setUserConfig", setDocument<&D::user>},
+    {C::GetUserConfig, ReplyForm::Status, "getUserConfig", getDocument<&D::user>},
+    {C::SetVendorConfig, ReplyForm::Status, "setVendorConfig", setDocument<&D::vendor>},
+    {C::GetVendorConfig, ReplyForm::Status, "getVendorConfig", getDocument<&D::vendor>},
+    {C::SetOutputConfig, ReplyForm::Status, "setOutputConfig", setDocument<&D::output>},
+    {C::GetOutputConfig, ReplyForm::Status, "getOutputConfig", getDocument<&D::output>},
+    {C::SetSerialNumber, ReplyForm::Status, "setSerialNumber", setSerialNumber},
+    {C::Reboot, ReplyForm::Status, "rebootDevice",
+     [](Device &device, PayloadReader &) {
+         device.reboot();
+         return statusReply(Status::Ok);
+     }},
+};
 
 } // namespace sim

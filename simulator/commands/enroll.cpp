@@ -1,19 +1,11 @@
-#include "simulator/commands/commands.h"
-
-#include "simulator/state/device.h"
+#include "simulator/commands/command.h"
 
 namespace sim {
 namespace {
 
-/// What keeps a user from being enrolled at the terminal itself.
-Status localObstacle(const Device &device, quint32 userId)
-{
-    const auto user = device.state.users.find(userId);
-    if (user == device.state.users.end())
-        return Status::NoSuchUser;
-    return hasRoomFor(user->second, Device::EnrolledFeatures) ? Status::Ok : Status::EnrollmentFull;
-}
+using C = wire::Command;
 
+/// Returns what keeps a user from being enrolled.
 Status obstacle(const Device &device, DeviceMode mode, quint32 userId)
 {
     const bool local = mode == DeviceMode::Enroll;
@@ -21,55 +13,53 @@ Status obstacle(const Device &device, DeviceMode mode, quint32 userId)
         return Status::WrongParameter;
     if (device.enrolling() && !(local && device.enrollingLocally(userId)))
         return Status::Busy;
-    return local ? localObstacle(device, userId) : Status::Ok;
+    const auto user = device.state.users.find(userId);
+    if (local && user == device.state.users.end())
+        return Status::NoSuchUser;
+    if (local && !user->second.hasRoomFor(Device::EnrolledFeatures))
+        return Status::EnrollmentFull;
+    return Status::Ok;
 }
 
-QByteArray startEnrollment(Device &device, DeviceMode mode, quint32 userId)
+QByteArray setMode(Device &device, PayloadReader &reader)
 {
-    const Status status = obstacle(device, mode, userId);
+    const quint8 code = reader.u8();
+    if (reader.exact() && device.setMode(code))
+        return statusReply(Status::Ok);
+    const quint32 userId = reader.u32();
+    const auto mode = static_cast<DeviceMode>(code);
+    const Status status = reader.exact() ? obstacle(device, mode, userId) : Status::WrongParameter;
     if (status == Status::Ok)
         device.startEnrollment(mode, userId);
     return statusReply(status);
 }
 
-/// No data: there is nothing for the user or the index asked for.
-QByteArray foundReply(const QByteArray &data)
+/// Refuses when there is nothing for the user or the index of the request.
+QByteArray foundReply(const PayloadReader &reader, const QByteArray &data)
 {
-    return data.isEmpty() ? statusReply(Status::WrongParameter) : dataReply(data);
+    const bool isFound = reader.exact() && !data.isEmpty();
+    return isFound ? dataReply(data) : statusReply(Status::WrongParameter);
 }
 
 } // namespace
 
-QByteArray setMode(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
-    const quint8 mode = reader.u8();
-    if (reader.exact() && device.setMode(mode))
-        return statusReply(Status::Ok);
-    const quint32 userId = reader.u32();
-    if (!reader.exact())
-        return statusReply(Status::WrongParameter);
-    return startEnrollment(device, static_cast<DeviceMode>(mode), userId);
-}
-
-QByteArray getMode(Device &device, const Request & /*request*/)
-{
-    return plainReply(QByteArray(1, static_cast<char>(device.mode())));
-}
-
-QByteArray getRemoteEnrollImages(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
-    const quint32 userId = reader.u32();
-    const int index = reader.u8();
-    return foundReply(reader.exact() ? device.enrolledPair(userId, index) : QByteArray());
-}
-
-QByteArray getRemoteFeatures(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
-    const quint32 userId = reader.u32();
-    return foundReply(reader.exact() ? device.enrolledFeatures(userId) : QByteArray());
-}
+const QVector<Command> EnrollCommands{
+    {C::SetMode, ReplyForm::Status, "setMode", setMode},
+    {C::GetMode, ReplyForm::Plain, "getMode",
+     [](Device &device, PayloadReader &) {
+         return plainReply(bytesOf(static_cast<quint8>(device.mode())));
+     }},
+    {C::GetRemoteEnrollImages, ReplyForm::Status, "getRemoteEnrollImages",
+     [](Device &device, PayloadReader &reader) {
+         const quint32 userId = reader.u32();
+         const int index = reader.u8();
+         return foundReply(reader, device.enrolledPair(userId, index));
+     }},
+    {C::GetRemoteFeatures, ReplyForm::Status, "getRemoteFeatures",
+     [](Device &device, PayloadReader &reader) {
+         const quint32 userId = reader.u32();
+         return foundReply(reader, device.enrolledFeatures(userId));
+     }},
+};
 
 } // namespace sim

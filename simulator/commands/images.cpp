@@ -1,36 +1,34 @@
-#include "simulator/commands/commands.h"
-
-#include "simulator/state/device.h"
+#include "simulator/commands/command.h"
 
 namespace sim {
 namespace {
 
-quint8 *bodyOf(QByteArray &reply)
+using C = wire::Command;
+constexpr int FrameSize = static_cast<int>(wire::FrameSize);
+
+QByteArray capture(Device &device, bool hasPalmprint, bool hasVein)
 {
-    return reinterpret_cast<quint8 *>(reply.data()) + wire::HeadSize;
+    // The memory of a reply that has been sent is reused: pages that are new to the process cost
+    // more than the picture in them.
+    static QByteArray replies[2];
+    const int more = hasPalmprint && hasVein ? 1 : 0;
+    QByteArray &reply = replies[more];
+    if (reply.isEmpty() || !reply.isDetached())
+        reply = unfilledReply((1 + more) * FrameSize);
+    auto *frame = reinterpret_cast<quint8 *>(reply.data()) + wire::HeadSize;
+    device.capture(hasPalmprint ? frame : nullptr, hasVein ? frame + more * FrameSize : nullptr);
+    return reply;
 }
 
 } // namespace
 
-QByteArray getPalmprintImage(Device &device, const Request & /*request*/)
-{
-    QByteArray reply = unfilledReply(wire::FrameSize);
-    device.capture(bodyOf(reply), nullptr);
-    return reply;
-}
-
-QByteArray getPalmVeinImage(Device &device, const Request & /*request*/)
-{
-    QByteArray reply = unfilledReply(wire::FrameSize);
-    device.capture(nullptr, bodyOf(reply));
-    return reply;
-}
-
-QByteArray getDualImages(Device &device, const Request & /*request*/)
-{
-    QByteArray reply = unfilledReply(2 * wire::FrameSize);
-    device.capture(bodyOf(reply), bodyOf(reply) + wire::FrameSize);
-    return reply;
-}
+const QVector<Command> ImageCommands{
+    {C::GetPalmprintImage, ReplyForm::Plain, "getPalmprintImage",
+     [](Device &device, PayloadReader &) { return capture(device, true, false); }},
+    {C::GetPalmVeinImage, ReplyForm::Plain, "getPalmVeinImage",
+     [](Device &device, PayloadReader &) { return capture(device, false, true); }},
+    {C::GetDualImages, ReplyForm::Plain, "getDualImages",
+     [](Device &device, PayloadReader &) { return capture(device, true, true); }},
+};
 
 } // namespace sim

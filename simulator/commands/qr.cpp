@@ -1,20 +1,18 @@
-#include "simulator/commands/commands.h"
-
-#include "simulator/state/device.h"
-#include "simulator/state/lists.h"
+#include "simulator/commands/command.h"
+#include "simulator/state/documents.h"
 
 #include <algorithm>
 
 namespace sim {
 namespace {
 
-constexpr int KeyField = static_cast<int>(wire::QrKeySize);
+using C = wire::Command;
 
-// The texts by which codes are deleted, and the selectors that stand for them.
-using Text = QString QrCode::*;
-constexpr Text Selectable[] = {nullptr, &QrCode::note, &QrCode::data};
+// The text by which codes are deleted, by the request's selector.
+constexpr QString QrCode::*Selectable[] = {nullptr, &QrCode::note, &QrCode::data};
 
-/// Century, year of the century, month, day, hour, minute, second; invalid if there is none such.
+/// Century, year of the century, month, day, hour, minute, second; returns an invalid time when
+/// there is no such moment.
 QDateTime readTime(PayloadReader &reader)
 {
     const int century = reader.u8();
@@ -24,44 +22,13 @@ QDateTime readTime(PayloadReader &reader)
     const int hour = reader.u8();
     const int minute = reader.u8();
     const QTime time(hour, minute, reader.u8());
-    const bool real = century < 100 && year < 100 && date.isValid() && time.isValid();
-    return real ? QDateTime(date, time, Qt::UTC) : QDateTime();
+    const bool isReal = century < 100 && year < 100 && date.isValid() && time.isValid();
+    return isReal ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
-Status add(Device &device, const QrCode &code)
+QByteArray addQrCode(Device &device, PayloadReader &reader)
 {
     QVector<QrCode> &codes = device.state.qrCodes;
-    if (std::any_of(codes.begin(), codes.end(),
-                    [&](const QrCode &known) { return known.data == code.data; }))
-        return Status::QrDataExists;
-    if (codes.size() >= device.options().maxQrCodes)
-        return Status::QrCodesFull;
-    codes.append(code);
-    if (!qrListFits(device.state)) {
-        codes.removeLast();
-        return Status::QrCodesFull;
-    }
-    device.changed(QStringLiteral("QR code added: ") + code.note);
-    return Status::Ok;
-}
-
-Status remove(Device &device, Text text, const QString &key)
-{
-    QVector<QrCode> &codes = device.state.qrCodes;
-    const auto rest = std::remove_if(codes.begin(), codes.end(),
-                                     [&](const QrCode &code) { return code.*text == key; });
-    if (rest == codes.end())
-        return Status::NoSuchQrCode;
-    codes.erase(rest, codes.end());
-    device.changed(QStringLiteral("QR code deleted"));
-    return Status::Ok;
-}
-
-} // namespace
-
-QByteArray addQrCode(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
     QrCode code;
     code.note = reader.text(NameField);
     code.start = readTime(reader);
@@ -69,29 +36,45 @@ QByteArray addQrCode(Device &device, const Request &request)
     code.data = reader.text(QrDataField);
     if (!reader.exact() || !isUsable(code))
         return statusReply(Status::WrongParameter);
-    return statusReply(add(device, code));
+    if (std::any_of(codes.begin(), codes.end(),
+                    [&](const QrCode &known) { return known.data == code.data; }))
+        return statusReply(Status::QrDataExists);
+    if (codes.size() >= device.options().maxQrCodes)
+        return statusReply(Status::QrCodesFull);
+    codes.append(code);
+    if (qrListFits(device.state))
+        return changed(device, "QR code added: " + code.note);
+    codes.removeLast();
+    return statusReply(Status::QrCodesFull);
 }
 
-QByteArray deleteQrCode(Device &device, const Request &request)
+QByteArray deleteQrCode(Device &device, PayloadReader &reader)
 {
-    PayloadReader reader(request.payload);
+    QVector<QrCode> &codes = device.state.qrCodes;
     const size_t selector = reader.u8();
-    const QString key = reader.text(KeyField);
+    const QString key = reader.text(static_cast<int>(wire::QrKeySize));
     if (!reader.exact() || key.isEmpty() || selector == 0 || selector >= std::size(Selectable))
         return statusReply(Status::WrongParameter);
-    return statusReply(remove(device, Selectable[selector], key));
+    const auto rest = std::remove_if(codes.begin(), codes.end(), [&](const QrCode &code) {
+        return code.*Selectable[selector] == key;
+    });
+    if (rest == codes.end())
+        return statusReply(Status::NoSuchQrCode);
+    codes.erase(rest, codes.end());
+    return changed(device, "QR code deleted");
 }
 
-QByteArray clearQrCodes(Device &device, const Request & /*request*/)
-{
-    device.state.qrCodes.clear();
-    device.changed(QStringLiteral("all QR codes cleared"));
-    return statusReply(Status::Ok);
-}
+} // namespace
 
-QByteArray getQrCodeList(Device &device, const Request & /*request*/)
-{
-    return dataReply(qrListText(device.state));
-}
+const QVector<Command> QrCommands{
+    {C::AddQrCode, ReplyForm::Status, "addQrCode", addQrCode},
+    {C::DeleteQrCode, ReplyForm::Status, "deleteQrCode", deleteQrCode},
+    {C::ClearQrCodes, ReplyForm::Status, "clearQrCodes",
+     [](Device &device, PayloadReader &) {
+         return cleared(device, device.state.qrCodes, "all QR codes cleared");
+     }},
+    {C::GetQrCodeList, ReplyForm::Status, "getQrCodeList",
+     [](Device &device, PayloadReader &) { return dataReply(qrListText(device.state)); }},
+};
 
 } // namespace sim

@@ -1,12 +1,12 @@
-#include "simulator/commands/commands.h"
-
-#include "simulator/state/device.h"
-#include "simulator/state/json.h"
+#include "simulator/commands/command.h"
+#include "simulator/state/documents.h"
 
 #include <cstdio>
 
 namespace sim {
 namespace {
+
+using C = wire::Command;
 
 constexpr int RecordsPerPage = static_cast<int>(wire::RecordsPerPage);
 // Widths of a record's fields: its type with three reserved bytes, then four texts.
@@ -15,7 +15,7 @@ constexpr int ShortField = 16;
 constexpr int LongField = 32;
 static_assert(TypeField + 2 * ShortField + 2 * LongField == int{wire::RecordSize});
 
-/// A page of them is asked for at a time, so that each must be quick.
+/// Writes its digits without Qt's date formats, because a page of 3000 records must be quick.
 void appendRecord(QByteArray &bytes, const AccessRecord &record)
 {
     const QDate date = record.time.date();
@@ -35,9 +35,7 @@ void appendRecord(QByteArray &bytes, const AccessRecord &record)
 
 QString fileName(const Month &month)
 {
-    return QStringLiteral("record_%1_%2.dat")
-        .arg(month.first, 4, 10, QLatin1Char('0'))
-        .arg(month.second, 2, 10, QLatin1Char('0'));
+    return QString::asprintf("record_%04d_%02d.dat", month.first, month.second);
 }
 
 Month readMonth(PayloadReader &reader)
@@ -51,38 +49,26 @@ bool isMonth(const Month &month)
     return month.second >= 1 && month.second <= 12;
 }
 
-} // namespace
-
-QByteArray getRecordFileList(Device &device, const Request & /*request*/)
+QByteArray getRecordFileList(Device &device, PayloadReader & /*reader*/)
 {
     Json::Value document;
     Json::Value &files = document["record_files"] = Json::arrayValue;
-    for (const auto &month : device.state.records.counts)
+    for (const auto &month : device.state.records.months)
         files.append(fileName(month.first).toStdString());
     return dataReply(toText(document));
 }
 
-QByteArray deleteMonthRecords(Device &device, const Request &request)
+QByteArray deleteMonthRecords(Device &device, PayloadReader &reader)
 {
-    PayloadReader reader(request.payload);
     const Month month = readMonth(reader);
     if (!reader.exact() || !isMonth(month))
         return statusReply(Status::WrongParameter);
-    device.state.records.counts.erase(month);
-    device.changed(fileName(month) + QStringLiteral(" deleted"));
-    return statusReply(Status::Ok);
+    device.state.records.months.erase(month);
+    return changed(device, fileName(month) + " deleted");
 }
 
-QByteArray clearRecords(Device &device, const Request & /*request*/)
+QByteArray getMonthRecords(Device &device, PayloadReader &reader)
 {
-    device.state.records.counts.clear();
-    device.changed(QStringLiteral("all records cleared"));
-    return statusReply(Status::Ok);
-}
-
-QByteArray getMonthRecords(Device &device, const Request &request)
-{
-    PayloadReader reader(request.payload);
     const Month month = readMonth(reader);
     const quint32 start = reader.u32();
     if (!reader.exact() || !isMonth(month))
@@ -90,11 +76,23 @@ QByteArray getMonthRecords(Device &device, const Request &request)
     const int count = recordCount(device.state.records, month);
     const int first = static_cast<int>(qMin(start, static_cast<quint32>(count)));
     const int end = qMin(count, first + RecordsPerPage);
-    QByteArray payload = bytesOf16(static_cast<quint16>(end - first));
+    QByteArray payload = bytesOf(static_cast<quint16>(end - first));
     payload.reserve(payload.size() + (end - first) * int{wire::RecordSize});
     for (int i = first; i < end; ++i)
         appendRecord(payload, recordAt(device.state.records, month, i));
     return dataReply(payload);
 }
+
+} // namespace
+
+const QVector<Command> RecordCommands{
+    {C::GetRecordFileList, ReplyForm::Status, "getRecordFileList", getRecordFileList},
+    {C::DeleteMonthRecords, ReplyForm::Status, "deleteMonthRecords", deleteMonthRecords},
+    {C::ClearRecords, ReplyForm::Status, "clearRecords",
+     [](Device &device, PayloadReader &) {
+         return cleared(device, device.state.records.months, "all records cleared");
+     }},
+    {C::GetMonthRecords, ReplyForm::Status, "getMonthRecords", getMonthRecords},
+};
 
 } // namespace sim

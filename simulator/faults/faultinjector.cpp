@@ -1,24 +1,16 @@
-#include "simulator/faults/faultinjector.h"
-
-#include "simulator/faults/faultkinds.h"
+#include "simulator/faults/fault.h"
 
 #include <algorithm>
 
 namespace sim {
 
-FaultInjector::FaultInjector(const FaultPlan &plan)
+void FaultInjector::setPlan(const FaultPlan &newPlan)
 {
-    setPlan(plan);
-}
-
-void FaultInjector::setPlan(const FaultPlan &plan)
-{
-    m_bytesPerSecond = plan.bytesPerSecond;
-    m_delayMs = std::clamp(plan.delayMs, 0, Fault::MostMs);
-    m_armed.clear();
+    plan = newPlan;
+    armed.clear();
     for (const Fault &fault : plan.faults) {
-        const quint32 seeds[] = {plan.seed, static_cast<quint32>(m_armed.size())};
-        m_armed.push_back({fault, QRandomGenerator(seeds)});
+        const quint32 seeds[] = {plan.seed, static_cast<quint32>(armed.size())};
+        armed.push_back({fault, QRandomGenerator(seeds)});
     }
 }
 
@@ -26,25 +18,28 @@ Delivery FaultInjector::deliver(quint8 code, const QByteArray &reply)
 {
     Delivery delivery;
     delivery.bytes = reply;
-    delivery.delayMs = m_delayMs;
-    for (Armed &armed : m_armed) {
-        if (strikes(armed, code))
-            applyFault(armed.fault, delivery, armed.random);
+    delivery.bytesPerSecond = plan.bytesPerSecond;
+    delivery.delayMs = plan.delayMs;
+    for (Armed &next : armed) {
+        if (!strikes(next, code))
+            continue;
+        next.fault.kind->apply({delivery, next.fault, next.random});
+        delivery.faults << QString::fromLatin1(next.fault.kind->name);
     }
     return delivery;
 }
 
-bool FaultInjector::strikes(Armed &armed, quint8 code)
+bool FaultInjector::strikes(Armed &candidate, quint8 code)
 {
-    const Fault &fault = armed.fault;
+    const Fault &fault = candidate.fault;
     if (fault.command != Fault::AnyCommand && fault.command != code)
         return false;
-    armed.seen = std::min(armed.seen + 1, std::max(fault.from, 1)); // never overflows
-    if (armed.seen < fault.from || (fault.times > 0 && armed.struck >= fault.times))
+    candidate.seen = std::min(candidate.seen + 1, fault.from); // never overflows
+    if (candidate.seen < fault.from || (fault.times > 0 && candidate.struck >= fault.times))
         return false;
-    if (fault.chance < 1 && armed.random.generateDouble() >= fault.chance)
+    if (fault.chance < 1 && candidate.random.generateDouble() >= fault.chance)
         return false;
-    armed.struck += fault.times > 0 ? 1 : 0;
+    candidate.struck += fault.times > 0 ? 1 : 0;
     return true;
 }
 

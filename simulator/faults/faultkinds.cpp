@@ -1,24 +1,21 @@
-#include "simulator/faults/faultkinds.h"
+#include "simulator/faults/fault.h"
 
 #include "simulator/wire/packets.h"
 
 #include "link/wire.h"
 
-#include <QRandomGenerator>
-
 #include <algorithm>
-#include <iterator>
 
 namespace sim {
 namespace {
 
 using Form = FaultKind::Form;
-using Kind = Fault::Kind;
 
-constexpr int MostLength = 0xFFFFFF; // that the head can declare
+constexpr int MaxLength = 0xFFFFFF; // that the head can declare
 constexpr int HeadSize = static_cast<int>(wire::HeadSize);
-constexpr int MostBytes = HeadSize + MostLength;
+constexpr int MaxBytes = HeadSize + MaxLength;
 constexpr char TrailingByte = '\xEE';
+constexpr const char *Places = "before|BYTES|after";
 
 void declare(QByteArray &reply, int length)
 {
@@ -27,48 +24,16 @@ void declare(QByteArray &reply, int length)
         reply[field + i] = static_cast<char>(length >> (16 - 8 * i));
 }
 
-void endAfter(const Strike &strike, Delivery::End end)
-{
-    strike.reply.bytes.truncate(strike.value);
-    strike.reply.end = end;
-}
-
-void drop(const Strike &strike)
-{
-    strike.reply.bytes.clear();
-}
-
-void delay(const Strike &strike)
-{
-    strike.reply.delayMs = std::min(strike.reply.delayMs + strike.value, Fault::MostMs);
-}
-
 void cut(const Strike &strike)
 {
-    const int fromEnd = strike.value < 0 ? strike.reply.bytes.size() : 0;
-    strike.reply.bytes.truncate(std::max(fromEnd + strike.value, 0));
-}
-
-void pieces(const Strike &strike)
-{
-    strike.reply.pieceSize = strike.value;
-    strike.reply.pauseMs = strike.pauseMs;
-}
-
-void length(const Strike &strike)
-{
-    declare(strike.reply.bytes, strike.value);
+    const int fromEnd = strike.fault.value < 0 ? strike.reply.bytes.size() : 0;
+    strike.reply.bytes.truncate(std::max(fromEnd + strike.fault.value, 0));
 }
 
 void lengthOff(const Strike &strike)
 {
     const int body = strike.reply.bytes.size() - HeadSize;
-    declare(strike.reply.bytes, std::clamp(body + strike.value, 0, MostLength));
-}
-
-void status(const Strike &strike)
-{
-    strike.reply.bytes = statusReply(static_cast<Status>(strike.value));
+    declare(strike.reply.bytes, std::clamp(body + strike.fault.value, 0, MaxLength));
 }
 
 void garbage(const Strike &strike)
@@ -77,81 +42,59 @@ void garbage(const Strike &strike)
         byte = static_cast<char>(strike.random.bounded(256));
 }
 
-void closeAfter(const Strike &strike)
+void endAfter(const Strike &strike, Delivery::End end)
 {
-    endAfter(strike, Delivery::End::Close);
-}
-
-void resetAfter(const Strike &strike)
-{
-    endAfter(strike, Delivery::End::Reset);
-}
-
-void trail(const Strike &strike)
-{
-    strike.reply.bytes.append(strike.value, TrailingByte);
-}
-
-void doubleReply(const Strike &strike)
-{
-    strike.reply.againMs = strike.value;
-}
-
-void late(const Strike &strike)
-{
-    strike.reply.late = true;
+    strike.reply.bytes.truncate(strike.fault.value);
+    strike.reply.end = end;
 }
 
 constexpr FaultKind Kinds[] = {
-    {Kind::Drop, Form::None, "drop", 0, 0, "", drop},
-    {Kind::Delay, Form::Number, "delay", 0, Fault::MostMs, "MS", delay},
-    {Kind::Cut, Form::Number, "cut", -MostBytes, MostBytes, "[-]BYTES", cut},
-    {Kind::Pieces, Form::Number, "pieces", 1, MostBytes, "BYTES", pieces},
-    {Kind::LengthOff, Form::Signed, "length", -MostLength, MostLength, "+N|-N", lengthOff},
-    {Kind::Length, Form::Number, "length", 0, MostLength, "N", length},
-    {Kind::Status, Form::Number, "status", 0, 255, "N", status},
-    {Kind::Garbage, Form::None, "garbage", 0, 0, "", garbage},
-    {Kind::CloseAfter, Form::Place, "close", 0, Fault::WholeReply, "before|BYTES|after",
-     closeAfter},
-    {Kind::ResetAfter, Form::Place, "reset", 0, Fault::WholeReply, "before|BYTES|after",
-     resetAfter},
-    {Kind::TrailingBytes, Form::Number, "trail", 0, Fault::MostTrailingBytes, "BYTES", trail},
-    {Kind::Double, Form::Optional, "double", 0, Fault::MostMs, "MS", doubleReply},
-    {Kind::Late, Form::None, "late", 0, 0, "", late},
+    {"drop", Form::None, 0, 0, "", [](const Strike &s) { s.reply.bytes.clear(); }},
+    {"delay", Form::Number, 0, Fault::MaxMs, "MS",
+     [](const Strike &s) {
+         s.reply.delayMs = std::min(s.reply.delayMs + s.fault.value, Fault::MaxMs);
+     }},
+    {"cut", Form::Number, -MaxBytes, MaxBytes, "[-]BYTES", cut},
+    {"pieces", Form::Number, 1, MaxBytes, "BYTES",
+     [](const Strike &s) {
+         s.reply.pieceSize = s.fault.value;
+         s.reply.pauseMs = s.fault.pauseMs;
+     }},
+    {"length", Form::Signed, -MaxLength, MaxLength, "+N|-N", lengthOff},
+    {"length", Form::Number, 0, MaxLength, "N",
+     [](const Strike &s) { declare(s.reply.bytes, s.fault.value); }},
+    {"status", Form::Number, 0, 255, "N",
+     [](const Strike &s) { s.reply.bytes = statusReply(static_cast<Status>(s.fault.value)); }},
+    {"garbage", Form::None, 0, 0, "", garbage},
+    {"close", Form::Place, 0, Fault::WholeReply, Places,
+     [](const Strike &s) { endAfter(s, Delivery::End::Close); }},
+    {"reset", Form::Place, 0, Fault::WholeReply, Places,
+     [](const Strike &s) { endAfter(s, Delivery::End::Reset); }},
+    {"trail", Form::Number, 0, Fault::MaxTrail, "BYTES",
+     [](const Strike &s) { s.reply.bytes.append(s.fault.value, TrailingByte); }},
+    {"double", Form::Optional, 0, Fault::MaxMs, "MS",
+     [](const Strike &s) { s.reply.againMs = s.fault.value; }},
+    {"late", Form::None, 0, 0, "", [](const Strike &s) { s.reply.late = true; }},
 };
-
-const FaultKind &kindOf(const Fault &fault)
-{
-    return *std::find_if(std::begin(Kinds), std::end(Kinds),
-                         [&](const FaultKind &kind) { return kind.kind == fault.kind; });
-}
 
 QString syntaxOf(const FaultKind &kind)
 {
     const QString name = QString::fromLatin1(kind.name);
     if (kind.form == Form::None)
         return name;
-    const bool optional = kind.form == Form::Optional;
     return QStringLiteral("%1%2 (%3 to %4)")
-        .arg(name, QString::fromLatin1(optional ? "[=%1]" : "=%1").arg(QLatin1String(kind.help)),
+        .arg(name, QString(kind.form == Form::Optional ? "[=%1]" : "=%1").arg(kind.help),
              QString::number(kind.lowest), QString::number(kind.highest));
 }
 
 } // namespace
 
-void applyFault(const Fault &fault, Delivery &reply, QRandomGenerator &random)
+const FaultKind *findKind(const QString &name, const QString &value)
 {
-    const FaultKind &kind = kindOf(fault);
-    const int value = std::clamp(fault.value, kind.lowest, kind.highest);
-    kind.apply({reply, value, std::clamp(fault.pauseMs, 0, Fault::MostMs), random});
-    reply.faults << QString::fromLatin1(kind.name);
-}
-
-const FaultKind *findKind(const QString &name, bool hasSign)
-{
+    const bool hasSign = value.startsWith('+') || value.startsWith('-');
     const auto *found =
         std::find_if(std::begin(Kinds), std::end(Kinds), [&](const FaultKind &kind) {
-            return name == QLatin1String(kind.name) && (hasSign || kind.form != Form::Signed);
+            return name == kind.name && (hasSign || kind.form != Form::Signed);
         });
     return found == std::end(Kinds) ? nullptr : found;
 }
@@ -161,7 +104,7 @@ QString listKinds()
     QStringList kinds;
     for (const FaultKind &kind : Kinds)
         kinds << syntaxOf(kind);
-    return kinds.join(QLatin1Char('\n'));
+    return kinds.join('\n');
 }
 
 } // namespace sim

@@ -1,56 +1,82 @@
 #include "simulator/pictures/camera.h"
 
-#include "simulator/pictures/hand.h"
-#include "simulator/pictures/pictures.h"
-#include "simulator/pictures/stamp.h"
+#include "link/wire.h"
+
+#include <QImage>
 
 #include <cmath>
-#include <cstddef>
-#include <cstdio>
 #include <cstring>
+
+static void initResource()
+{
+    Q_INIT_RESOURCE(pictures); // works outside of a namespace only
+}
 
 namespace sim {
 namespace {
 
-constexpr double SwayPeriod = 7300; // milliseconds
-constexpr double LiftPeriod = 11100;
-constexpr double DriftReach = 0.9 * PictureMargin; // pixels, less than the margin
+constexpr int Margin = 40; // pixels by which the pictures are larger than a frame on every side
+constexpr double DriftReach = 0.9 * Margin;
+constexpr double SwayPeriod = 7300;  // ms
+constexpr double LiftPeriod = 11100; // ms
 
-/// Position within the margin at the given time.
+// Cells of the picture with the mark: ten digits, then the word.
+constexpr int CellWidth = 12;
+constexpr int CellHeight = 22;
+constexpr int NumberCells = 6;
+constexpr int WordCells = 10;
+
+QImage load(const char *name)
+{
+    initResource();
+    return QImage(QStringLiteral(":/simulator/%1.png").arg(name))
+        .convertToFormat(QImage::Format_Grayscale8);
+}
+
+/// Position within the margin.
 int drift(qint64 milliseconds, double period)
 {
     const double turns = static_cast<double>(milliseconds) / period;
-    return PictureMargin + static_cast<int>(std::lround(DriftReach * std::sin(6.2831853 * turns)));
+    return Margin + static_cast<int>(std::lround(DriftReach * std::sin(6.2831853 * turns)));
+}
+
+void copyPart(const QImage &picture, QPoint from, QSize size, quint8 *to)
+{
+    for (int y = from.y(); y < from.y() + size.height(); ++y, to += wire::FrameWidth)
+        std::memcpy(to, picture.constScanLine(y) + from.x(), static_cast<size_t>(size.width()));
+}
+
+void takeFrame(const QImage &picture, QPoint from, quint32 number, quint8 *frame)
+{
+    static const QImage mark = load("mark");
+    copyPart(picture, from, {wire::FrameWidth, wire::FrameHeight}, frame);
+    quint8 *cell = frame + (wire::FrameHeight - CellHeight) * wire::FrameWidth;
+    copyPart(mark, {10 * CellWidth, 0}, {WordCells * CellWidth, CellHeight}, cell);
+    cell += (WordCells + NumberCells) * CellWidth;
+    for (int i = 0; i < NumberCells; ++i, number /= 10)
+        copyPart(mark, {static_cast<int>(number % 10) * CellWidth, 0}, {CellWidth, CellHeight},
+                 cell -= CellWidth);
 }
 
 } // namespace
 
 Cameras::Cameras(quint32 seed)
-    : m_pictures(picturesFor(seed))
+    : start(qint64{seed} * 997)
 {
-    m_clock.start();
+    clock.start();
 }
 
 void Cameras::capture(quint8 *palmprint, quint8 *vein)
 {
-    const qint64 now = m_clock.elapsed();
-    ++m_frames;
+    // Loaded at the first capture and shared by all terminals of a program.
+    static const QImage hands[] = {load("palmprint"), load("vein")};
+    const qint64 now = start + clock.elapsed();
+    const QPoint from(drift(now, SwayPeriod), drift(now, LiftPeriod));
+    ++frames;
     if (palmprint)
-        cut(m_pictures->palmprint.constData(), now, palmprint);
+        takeFrame(hands[0], from, frames, palmprint);
     if (vein)
-        cut(m_pictures->vein.constData(), now, vein);
-}
-
-void Cameras::cut(const char *picture, qint64 milliseconds, quint8 *frame) const
-{
-    const char *source = picture + drift(milliseconds, SwayPeriod) +
-                         std::ptrdiff_t{PictureWidth} * drift(milliseconds, LiftPeriod);
-    quint8 *end = frame + wire::FrameSize;
-    for (quint8 *row = frame; row != end; row += wire::FrameWidth, source += PictureWidth)
-        std::memcpy(row, source, wire::FrameWidth);
-    char text[32];
-    std::snprintf(text, sizeof text, "SIMULATED %06u", m_frames % 1000000U);
-    stampText(frame, text);
+        takeFrame(hands[1], from, frames, vein);
 }
 
 } // namespace sim

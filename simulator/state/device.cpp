@@ -1,37 +1,30 @@
 #include "simulator/state/device.h"
 
-#include <algorithm>
 #include <cmath>
-#include <random>
 
 namespace sim {
-namespace {
 
-constexpr qint64 PreviewPauseMs = 2000; // a longer pause between frames ends a preview
-constexpr double HeightMiddle = 98;     // mm, as sensed without the bias
-constexpr double HeightSwing = 36;      // mm, over HeightPeriod seconds
-constexpr double HeightTremble = 10;    // mm, over TremblePeriod seconds
-constexpr double HeightPeriod = 9.0;
-constexpr double TremblePeriod = 3.7;
-
-} // namespace
+constexpr qint64 PreviewPause = 2000; // ms; a longer pause between frames ends a preview
+// Passages within the shortest pause are recorded together.
+constexpr double MinPassagePause = 10;        // ms
+constexpr double MaxPassagePause = 3'600'000; // ms
+constexpr double Minute = 60'000;             // ms
 
 Device::Device(const DeviceOptions &options, QObject *parent)
     : QObject(parent),
       state(sampleState(options)),
-      m_options(options),
-      m_cameras(options.seed),
-      m_enrollment(options.enrollMs)
+      settings(options),
+      cameras(options.seed),
+      random(seedOf(options))
 {
-    m_uptime.start();
-    connect(&m_enrollment, SIGNAL(said(QString)), this, SIGNAL(happened(QString)));
-    connect(&m_enrollment, SIGNAL(looked()), this, SLOT(keepLook()));
-    connect(&m_enrollment, SIGNAL(done()), this, SLOT(finishEnrollment()));
-}
-
-DeviceMode Device::mode() const
-{
-    return enrolling() ? m_enrollment.mode() : state.mode;
+    uptime.start();
+    enrollTimer.setInterval(options.enrollMs / EnrollImages);
+    connect(&enrollTimer, SIGNAL(timeout()), this, SLOT(takeImage()));
+    passageClock.start();
+    passageTimer.setSingleShot(true);
+    connect(&passageTimer, SIGNAL(timeout()), this, SLOT(recordPassages()));
+    if (options.passages > 0)
+        recordPassages();
 }
 
 bool Device::setMode(quint8 code)
@@ -40,67 +33,73 @@ bool Device::setMode(quint8 code)
     const char *name = restingModeName(mode);
     if (!name)
         return false;
-    m_enrollment.cancel();
+    cancelEnrollment();
     state.mode = mode;
-    changed(QStringLiteral("mode changed to ") + QString::fromLatin1(name));
+    changed(QStringLiteral("mode changed to %1").arg(name));
     return true;
-}
-
-bool Device::enrollingLocally(quint32 userId) const
-{
-    return mode() == DeviceMode::Enroll && m_enrollment.userId() == userId;
 }
 
 void Device::startEnrollment(DeviceMode mode, quint32 userId)
 {
-    if (mode == DeviceMode::RemoteEnroll) {
-        m_enrolledPairs.clear();
-        m_enrolledUser = userId;
+    const bool isRemote = mode == DeviceMode::RemoteEnroll;
+    if (isRemote) {
+        enrolledPairs.clear();
+        enrolledUser = userId;
+        ++remoteEnrollments;
     }
-    m_enrollment.start(mode, userId);
+    enrollMode = mode;
+    enrollUser = userId;
+    enrollImages = 0;
+    enrollTimer.start();
+    announce(QStringLiteral("%1 enrollment of user %2: place the palm over the sensor")
+                 .arg(isRemote ? "remote" : "local")
+                 .arg(userId));
 }
 
-void Device::keepLook()
+void Device::cancelEnrollment()
 {
-    if (m_enrollment.mode() != DeviceMode::RemoteEnroll)
+    if (!enrolling())
         return;
-    QByteArray pair(static_cast<int>(2 * wire::FrameSize), Qt::Uninitialized);
-    auto *frames = reinterpret_cast<quint8 *>(pair.data());
-    m_cameras.capture(frames, frames + wire::FrameSize);
-    m_enrolledPairs.push_back(pair);
+    enrollTimer.stop();
+    announce(QStringLiteral("enrollment of user %1 cancelled").arg(enrollUser));
+}
+
+void Device::takeImage()
+{
+    if (enrollMode == DeviceMode::RemoteEnroll) {
+        QByteArray pair(static_cast<int>(2 * wire::FrameSize), Qt::Uninitialized);
+        auto *frames = reinterpret_cast<quint8 *>(pair.data());
+        cameras.capture(frames, frames + wire::FrameSize);
+        enrolledPairs.append(pair);
+    }
+    ++enrollImages;
+    announce(QStringLiteral("palm image %1 of %2 taken").arg(enrollImages).arg(EnrollImages));
+    if (enrollImages == EnrollImages)
+        finishEnrollment();
 }
 
 void Device::finishEnrollment()
 {
-    const quint32 id = m_enrollment.userId();
-    const auto user = state.users.find(id);
-    if (user != state.users.end() && hasRoomFor(user->second, EnrolledFeatures)) {
-        user->second.veinCount += EnrolledFeatures;
-        user->second.printCount += EnrolledFeatures;
-    }
-    changed(QStringLiteral("user %1 enrolled").arg(id));
-}
-
-bool Device::hasEnrolled(quint32 userId) const
-{
-    return m_enrolledUser == userId && m_enrolledPairs.size() == Enrollment::Looks;
+    enrollTimer.stop();
+    const auto user = state.users.find(enrollUser);
+    if (user != state.users.end() && user->second.hasRoomFor(EnrolledFeatures))
+        user->second.addFeatures(EnrolledFeatures);
+    changed(QStringLiteral("user %1 enrolled").arg(enrollUser));
 }
 
 QByteArray Device::enrolledPair(quint32 userId, int index) const
 {
-    const bool known = hasEnrolled(userId) && index >= 0 && index < Enrollment::Looks;
-    return known ? m_enrolledPairs.at(static_cast<size_t>(index)) : QByteArray();
+    return hasEnrolled(userId) ? enrolledPairs.value(index) : QByteArray();
 }
 
 QByteArray Device::enrolledFeatures(quint32 userId) const
 {
     if (!hasEnrolled(userId))
         return {};
-    std::seed_seq seeds{m_options.seed, userId};
-    std::mt19937 random(seeds);
+    const quint32 seeds[] = {seedOf(settings), userId, remoteEnrollments};
+    QRandomGenerator generator(seeds);
     QByteArray features(static_cast<int>(wire::FeatureSize), Qt::Uninitialized);
-    std::generate(features.begin(), features.end(),
-                  [&] { return static_cast<char>(random() & 0xFFU); });
+    generator.generate(features.begin(), features.end());
     return features;
 }
 
@@ -113,38 +112,45 @@ QDateTime Device::clock() const
 void Device::setClock(const QDateTime &time)
 {
     state.clockOffset = QDateTime::currentDateTime().msecsTo(time);
-    changed(QStringLiteral("clock set"));
 }
 
 quint16 Device::palmHeight() const
 {
-    const double turns = 6.2831853 * static_cast<double>(m_uptime.elapsed()) / 1000;
-    const double sensed = HeightMiddle + HeightSwing * std::sin(turns / HeightPeriod) +
-                          HeightTremble * std::sin(turns / TremblePeriod);
+    // Swings by 36 mm in 9 s and trembles by 10 mm in 3.7 s.
+    const double turns = 6.2831853 * static_cast<double>(uptime.elapsed()) / 1000;
+    const double sensed = 98 + 36 * std::sin(turns / 9) + 10 * std::sin(turns / 3.7);
     return static_cast<quint16>(qBound(0, qRound(sensed) + state.sensorBias, 0xFFFF));
-}
-
-qint64 Device::uptimeSeconds() const
-{
-    return m_uptime.elapsed() / 1000;
 }
 
 void Device::capture(quint8 *palmprint, quint8 *vein)
 {
-    if (!m_sinceCapture.isValid() || m_sinceCapture.elapsed() > PreviewPauseMs)
-        announce(QStringLiteral("preview started"));
-    m_sinceCapture.start();
-    m_cameras.capture(palmprint, vein);
+    if (!sinceCapture.isValid() || sinceCapture.elapsed() > PreviewPause)
+        announce("preview started");
+    sinceCapture.start();
+    cameras.capture(palmprint, vein);
 }
 
-void Device::setDebugAddress(const QHostAddress &address, quint16 port)
+void Device::recordPassages()
 {
-    emit debugAddressSet(address, port);
+    const auto now = static_cast<double>(passageClock.elapsed());
+    while (nextPassage <= now) {
+        if (nextPassage > 0)
+            recordPassage();
+        nextPassage -= std::log(1 - random.generateDouble()) * Minute / settings.passages;
+    }
+    const double pause = qBound(MinPassagePause, nextPassage - now, MaxPassagePause);
+    passageTimer.start(static_cast<int>(pause));
 }
 
-void Device::announce(const QString &event)
+/// Nobody passes in a mode that does not recognise, during a reboot, or when the records are full.
+void Device::recordPassage()
 {
-    emit happened(event);
+    const QDateTime now = clock();
+    const QDateTime wall(now.date(), now.time(), Qt::UTC);
+    if (isRebooting || !recognises(mode()) || !addPassage(state.records, wall))
+        return;
+    keepNewest(state.records, settings.ring);
+    emit stateChanged();
 }
 
 void Device::changed(const QString &event)
@@ -155,18 +161,18 @@ void Device::changed(const QString &event)
 
 void Device::reboot()
 {
-    m_rebooting = true;
-    m_enrollment.cancel();
-    announce(QStringLiteral("rebooting"));
+    isRebooting = true;
+    cancelEnrollment();
+    announce("rebooting");
     emit rebootAsked();
 }
 
 void Device::restart()
 {
-    m_rebooting = false;
-    m_enrolledPairs.clear();
-    m_uptime.start();
-    announce(QStringLiteral("restarted"));
+    isRebooting = false;
+    enrolledPairs.clear();
+    uptime.start();
+    announce("restarted");
 }
 
 } // namespace sim

@@ -1,68 +1,66 @@
 #pragma once
 
 #include "simulator/pictures/camera.h"
-#include "simulator/state/enrollment.h"
 #include "simulator/state/state.h"
 
-#include <QElapsedTimer>
 #include <QHostAddress>
-#include <QObject>
-
-#include <vector>
+#include <QRandomGenerator>
+#include <QTimer>
 
 namespace sim {
 
-/// What the simulated terminal holds and senses. The state is free to the command answers, which
-/// call changed() behind each change; what needs a rule goes through a function.
+/// What the simulated terminal holds and senses. The commands change the state directly and call
+/// changed() after each change; whatever needs a rule is a function of this class.
 class Device : public QObject
 {
     Q_OBJECT
 public:
     static constexpr int EnrolledFeatures = 3; ///< of each kind, that an enrollment adds
+    static constexpr int EnrollImages = 5;     ///< palm images, evenly spread over its time
 
-    /// The same seed gives the same pictures, users, codes and course of records.
+    /// The same seed gives the same users, codes, records and features.
     explicit Device(const DeviceOptions &options, QObject *parent = nullptr);
 
-    const DeviceOptions &options() const { return m_options; }
+    const DeviceOptions &options() const { return settings; }
 
-    DeviceMode mode() const;
-    /// Ends an enrollment without result. False, and nothing changed, when there is no such mode
-    /// or when it is an enrollment, which needs a user.
+    DeviceMode mode() const { return enrolling() ? enrollMode : state.mode; }
+    /// Ends an enrollment without a result. Returns false, with nothing changed, when there is no
+    /// such mode or when it is an enrollment, which needs a user.
     bool setMode(quint8 code);
 
-    bool enrolling() const { return m_enrollment.active(); }
-    /// Whether this user is being enrolled at the terminal itself.
-    bool enrollingLocally(quint32 userId) const;
-    /// `mode` is one of the two enrollments. One that is under way is begun anew.
+    bool enrolling() const { return enrollTimer.isActive(); }
+    /// Returns true when this user is being enrolled at the terminal itself.
+    bool enrollingLocally(quint32 userId) const
+    {
+        return mode() == DeviceMode::Enroll && enrollUser == userId;
+    }
+    /// `mode` is one of the two enrollments. An enrollment that is under way begins anew.
     void startEnrollment(DeviceMode mode, quint32 userId);
-    /// What the last remote enrollment of that user brought in: the two frames of a pair, one
-    /// behind the other, and features. Empty when there was none, or no such pair.
+    // The results of the last remote enrollment of that user: the two frames of a pair, one after
+    // the other, and features. Empty when there are none.
     QByteArray enrolledPair(quint32 userId, int index) const;
     QByteArray enrolledFeatures(quint32 userId) const;
 
-    /// Stands still where the years that the wire carries end.
+    /// Stops at the first and the last year that the protocol carries.
     QDateTime clock() const;
     void setClock(const QDateTime &time);
 
-    /// Palm height in mm, bias included; moves smoothly.
+    /// Palm height in mm with the bias; moves smoothly.
     quint16 palmHeight() const;
-    qint64 uptimeSeconds() const;
+    qint64 uptimeSeconds() const { return uptime.elapsed() / 1000; }
 
-    /// See Cameras::capture; a capture after a pause is announced as the start of a preview.
+    /// See Cameras::capture(). A capture after a pause is announced as the start of a preview.
     void capture(quint8 *palmprint, quint8 *vein);
 
-    /// From now on messages are to be pushed there.
-    void setDebugAddress(const QHostAddress &address, quint16 port);
-
-    void announce(const QString &event);
-    /// Announces, and tells that the state is another now.
+    void announce(const QString &event) { emit happened(event); }
+    /// Announces the event and reports that the state has changed.
     void changed(const QString &event);
 
-    /// Asks for a reboot; whoever owns the connections carries it out and calls restart().
+    /// Asks the owner of the connections for a reboot; the owner calls restart() after it.
     void reboot();
     void restart();
-    /// Asked for and not over yet: no request is carried out meanwhile.
-    bool rebooting() const { return m_rebooting; }
+    /// Returns true until restart(). No request is carried out during a reboot.
+    bool rebooting() const { return isRebooting; }
 
     State state;
 
@@ -70,24 +68,39 @@ signals:
     /// One line without its end.
     void happened(const QString &event);
     void stateChanged();
+    /// Messages are to be pushed to this address from now on.
     void debugAddressSet(const QHostAddress &address, quint16 port);
     void rebootAsked();
 
 private slots:
-    void keepLook();
-    void finishEnrollment();
+    void takeImage();
+    void recordPassages();
 
 private:
-    bool hasEnrolled(quint32 userId) const;
+    void cancelEnrollment();
+    void finishEnrollment();
+    void recordPassage();
+    bool hasEnrolled(quint32 userId) const
+    {
+        return enrolledUser == userId && enrolledPairs.size() == EnrollImages;
+    }
 
-    DeviceOptions m_options;
-    Cameras m_cameras;
-    Enrollment m_enrollment;
-    std::vector<QByteArray> m_enrolledPairs; ///< all of them, once a remote enrollment is done
-    quint32 m_enrolledUser = 0;              ///< whose pairs they are
-    bool m_rebooting = false;
-    QElapsedTimer m_uptime;
-    QElapsedTimer m_sinceCapture;
+    DeviceOptions settings;
+    Cameras cameras;
+    QTimer enrollTimer; ///< fires for each palm image of an enrollment
+    DeviceMode enrollMode = DeviceMode::Enroll;
+    quint32 enrollUser = 0;
+    int enrollImages = 0;
+    QVector<QByteArray> enrolledPairs; ///< complete when a remote enrollment is done
+    quint32 enrolledUser = 0;          ///< the user of these pairs
+    quint32 remoteEnrollments = 0;     ///< each brings other features
+    bool isRebooting = false;
+    QElapsedTimer uptime;
+    QElapsedTimer sinceCapture;
+    QTimer passageTimer;
+    QElapsedTimer passageClock;
+    double nextPassage = 0; ///< ms on the passage clock
+    QRandomGenerator random;
 };
 
 } // namespace sim

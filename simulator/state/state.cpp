@@ -1,25 +1,22 @@
 #include "simulator/state/state.h"
 
 #include "simulator/state/documents.h"
-#include "simulator/state/samples.h"
 
-#include <algorithm>
+#include <QRegularExpression>
 
 namespace sim {
-namespace {
 
-constexpr int FactoryBias = 12; // mm
-
-bool isLetterOrDigit(QChar c)
+void User::addFeatures(int count)
 {
-    return c.unicode() < 128 && c.isLetterOrNumber();
+    veinCount += count;
+    printCount += count;
 }
 
-} // namespace
-
-bool hasRoomFor(const User &user, int count)
+void User::removeFeatures()
 {
-    return user.veinCount + user.printCount + 2 * count <= FeatureCapacity;
+    veinCount = 0;
+    printCount = 0;
+    features.clear();
 }
 
 bool isUsable(const QrCode &code)
@@ -28,36 +25,29 @@ bool isUsable(const QrCode &code)
            code.start.isValid() && code.end.isValid() && code.start < code.end;
 }
 
-Documents factoryDocuments()
-{
-    return {factoryOutputDocument(), factoryUserDocument(), factoryVendorDocument()};
-}
-
 const char *restingModeName(DeviceMode mode)
 {
-    switch (mode) {
-    case DeviceMode::Idle:
-        return "idle";
-    case DeviceMode::LocalRecognition:
-        return "local recognition";
-    case DeviceMode::RemoteRecognition:
-        return "remote recognition";
-    default:
-        return nullptr;
-    }
+    return mode == DeviceMode::Idle                ? "idle"
+           : mode == DeviceMode::LocalRecognition  ? "local recognition"
+           : mode == DeviceMode::RemoteRecognition ? "remote recognition"
+                                                   : nullptr;
+}
+
+bool recognises(DeviceMode mode)
+{
+    return mode == DeviceMode::LocalRecognition || mode == DeviceMode::RemoteRecognition;
 }
 
 bool isOneLine(const QString &text)
 {
-    return std::none_of(text.begin(), text.end(), [](QChar c) {
-        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-               c.category() == QChar::Separator_Paragraph;
-    });
+    static const QRegularExpression breaks("[\\p{Cc}\\p{Zl}\\p{Zp}]");
+    return !text.contains(breaks);
 }
 
 bool isSerialNumber(const QString &text)
 {
-    return text.size() == SerialLength && std::all_of(text.begin(), text.end(), isLetterOrDigit);
+    static const QRegularExpression serial("\\A[0-9A-Za-z]{15}\\z");
+    return text.contains(serial);
 }
 
 State sampleState(const DeviceOptions &options)
@@ -65,13 +55,19 @@ State sampleState(const DeviceOptions &options)
     const QTime now = QTime::currentTime();
     const QDateTime wall(QDate::currentDate(), QTime(now.hour(), now.minute()), Qt::UTC);
     State state;
-    state.sensorBias = FactoryBias;
-    state.serialNumber = QStringLiteral("KV2601SIM000001");
-    for (const User &user : sampleUsers())
-        if (state.users.size() < static_cast<size_t>(options.maxUsers))
-            state.users.emplace(user.id, user);
-    state.qrCodes = sampleQrCodes(wall).mid(0, options.maxQrCodes);
-    state.records = makeRecords(options.seed, options.records, wall);
+    state.sensorBias = 12;
+    state.serialNumber = QString::asprintf("KV2601SIM%06d", options.index + 1);
+    for (const User &user : sampleUsers().mid(0, options.maxUsers))
+        state.users.emplace(user.id, user);
+    // Two are valid and one is expired.
+    state.qrCodes = {
+        {"visitor Lind", "KV-VISIT-7F31C2", wall.addDays(-1), wall.addDays(6)},
+        {"保洁", "KV-CLEAN-0042", wall.addMonths(-6), wall.addMonths(6)},
+        {"delivery", "https://kovant.example/pass?d=20983", wall.addDays(-40), wall.addDays(-33)},
+    };
+    state.qrCodes = state.qrCodes.mid(0, options.maxQrCodes);
+    state.records = makeRecords(seedOf(options), options.records, wall);
+    keepNewest(state.records, options.ring);
     state.documents = factoryDocuments();
     return state;
 }

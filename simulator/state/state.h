@@ -4,13 +4,7 @@
 
 #include "link/wire.h"
 
-#include <QDateTime>
-#include <QString>
-#include <QVector>
-
 #include <json/value.h>
-
-#include <map>
 
 namespace sim {
 
@@ -18,20 +12,30 @@ namespace sim {
 struct DeviceOptions
 {
     quint32 seed = 1;
+    int index = 0;         ///< among the terminals of a program; serial number, name and records
     int maxUsers = 3000;   ///< 1 or more
     int maxQrCodes = 1000; ///< 1 or more
-    int records = 60;      ///< access records when first switched on, 0 or more
+    int records = 60;      ///< access records of a new terminal, 0 or more
+    int ring = 0;          ///< most access records, then the oldest go; 0: MaxRecords a month
+    double passages = 0;   ///< new access records a minute
     int enrollMs = 3000;   ///< time that an enrollment takes, 0 or more
+    bool importReplaces = false; ///< an import replaces the user's features instead of adding
 };
 
-/// Features that a terminal can hold for one user, palm-vein and palmprint together.
-constexpr int FeatureCapacity = 12;
+/// The seed of what differs among the terminals of a program.
+inline quint32 seedOf(const DeviceOptions &options)
+{
+    return options.seed + static_cast<quint32>(options.index);
+}
+
+/// Most features of one user, palm-vein and palmprint together.
+constexpr int MaxFeatures = 12;
 /// Bytes of a name, a department or a QR code's note.
 constexpr int NameField = 32;
 constexpr int QrDataField = 512;
 constexpr int SerialLength = static_cast<int>(wire::SerialNumberSize);
 
-/// Without control characters, so that a message that tells it stays one line.
+/// Returns true when the text has no control characters, so that a message with it stays one line.
 bool isOneLine(const QString &text);
 
 struct User
@@ -40,14 +44,17 @@ struct User
     quint32 cardId = 0;
     QString name;
     QString department;
-    int veinCount = 0;  ///< palm-vein features stored
-    int printCount = 0; ///< palmprint features stored
+    int veinCount = 0;        ///< palm-vein features stored
+    int printCount = 0;       ///< palmprint features stored
+    QByteArray features = {}; ///< imported blocks of wire::FeatureSize bytes, one after the other
+
+    /// Returns true when `count` more features of each kind fit.
+    bool hasRoomFor(int count) const { return veinCount + printCount + 2 * count <= MaxFeatures; }
+    void addFeatures(int count);
+    void removeFeatures();
 };
 
-/// Whether `count` more features of each kind find room.
-bool hasRoomFor(const User &user, int count);
-
-/// Valid from `start` to `end`; times as on the wall, kept as UTC.
+/// Valid from `start` to `end`, which are wall clock times kept as UTC.
 struct QrCode
 {
     QString note;
@@ -56,7 +63,7 @@ struct QrCode
     QDateTime end;
 };
 
-/// Its texts are not empty, its times are real and in order.
+/// Returns true when the texts are not empty and the times are real and in order.
 bool isUsable(const QrCode &code);
 
 struct Documents
@@ -66,17 +73,17 @@ struct Documents
     Json::Value vendor;
 };
 
-Documents factoryDocuments();
-
-/// The name of a mode that a terminal stays in; nullptr for any other, as for the enrollments,
-/// which end by themselves.
+/// Returns the name of a mode in which a terminal stays; nullptr for any other mode, such as the
+/// enrollments, which end by themselves.
 const char *restingModeName(DeviceMode mode);
+
+/// Returns true for the modes in which people are recognised and pass.
+bool recognises(DeviceMode mode);
 
 /// What a terminal holds, and keeps when it is switched off.
 struct State
 {
-    /// A resting one. The one that was set last is there again after a reboot, and when the
-    /// program starts anew.
+    /// The resting mode that was set last; restored after a reboot and at the next start.
     DeviceMode mode = DeviceMode::LocalRecognition;
     qint64 clockOffset = 0; ///< milliseconds ahead of the host's clock
     int sensorBias = 0;     ///< mm
@@ -87,14 +94,10 @@ struct State
     Documents documents;
 };
 
-/// As the terminal leaves the factory, with some users, QR codes and records.
+/// Returns the state of a new terminal, with some users, QR codes and records.
 State sampleState(const DeviceOptions &options);
 
-/// 15 letters and digits of ASCII.
+/// Returns true for 15 ASCII letters and digits.
 bool isSerialNumber(const QString &text);
-
-/// The least and the greatest bias that the wire carries, mm.
-constexpr int LeastBias = -1000;
-constexpr int GreatestBias = 64535;
 
 } // namespace sim

@@ -1,10 +1,5 @@
-#include "simulator/state/statefile.h"
-
 #include "simulator/state/documents.h"
-#include "simulator/state/json.h"
-#include "simulator/state/lists.h"
-#include "simulator/state/memberreader.h"
-#include "simulator/state/walltime.h"
+#include "simulator/state/store.h"
 
 #include <limits>
 #include <set>
@@ -12,192 +7,249 @@
 namespace sim {
 namespace {
 
-constexpr const char *Format = "quirel-simulator state 1";
-constexpr qint64 GreatestId = std::numeric_limits<quint32>::max();
-constexpr qint64 GreatestClockOffset = 10'000'000'000'000; // ms, some 300 years
-constexpr int FirstYear = 1970;
-constexpr int LastYear = 9999;
+constexpr char Format[] = "quirel-simulator state 1";
+constexpr qint64 MaxId = std::numeric_limits<quint32>::max();
+constexpr qint64 MaxNumber = std::numeric_limits<qint32>::max();
+constexpr qint64 MaxClockOffset = 10'000'000'000'000; // ms, some 300 years
+constexpr qint64 MaxBias = 0xFFFF - wire::TofBiasOffset;
+constexpr int FeatureSize = static_cast<int>(wire::FeatureSize);
 
-struct DocumentMember
+/// Reads values from the members of a JSON object or writes them there, so that one list of members
+/// serves both ways. Remembers the first member that could not be read because it was missing, of
+/// another kind or out of range.
+class Archive
 {
-    const char *key;
-    Json::Value Documents::*document;
+public:
+    enum class Way { Read, Write };
+
+    /// `root` is an object or null, and must outlive the archive.
+    Archive(Json::Value &root, Way way)
+        : object(&root),
+          isReading(way == Way::Read)
+    {
+    }
+
+    bool reads() const { return isReading; }
+    QString badMember() const { return bad; }
+
+    /// The member as it is; null when there is none to read.
+    Json::Value &member(const char *key) { return (*object)[key]; }
+
+    /// Returns whether to exchange an optional member: one that can be read or is worth writing.
+    bool has(const char *key, bool isWorthWriting) const
+    {
+        return reads() ? object->isMember(key) : isWorthWriting;
+    }
+
+    /// Marks a member that is read as bad unless the rule holds.
+    void require(bool rule, const char *key)
+    {
+        if (isReading && !rule && bad.isEmpty())
+            bad = key;
+    }
+
+    template <class Number> void number(const char *key, Number &value, qint64 low, qint64 high)
+    {
+        Json::Value &json = member(key);
+        if (!reads())
+            json = Json::Int64{static_cast<qint64>(value)};
+        const bool fits = json.isInt64() && json.asInt64() >= low && json.asInt64() <= high;
+        require(fits, key);
+        value = static_cast<Number>(fits ? json.asInt64() : low);
+    }
+
+    void text(const char *key, QString &value, int mostBytes)
+    {
+        Json::Value &json = member(key);
+        if (!reads())
+            json = value.toStdString();
+        const std::string bytes = json.isString() ? json.asString() : std::string();
+        value = QString::fromStdString(bytes);
+        const bool isSound = json.isString() && value.toStdString() == bytes;
+        require(isSound && bytes.size() <= static_cast<size_t>(mostBytes), key);
+    }
+
+    void time(const char *key, QDateTime &value)
+    {
+        QString written = timeText(value);
+        text(key, written, 32);
+        value = readTimeText(written);
+        require(value.isValid(), key);
+    }
+
+    /// Base64 of up to `most` blocks, one after the other.
+    void blocks(const char *key, QByteArray &value, int blockSize, int most)
+    {
+        QString encoded = QString::fromLatin1(value.toBase64());
+        text(key, encoded, 2 * blockSize * most);
+        value = QByteArray::fromBase64(encoded.toLatin1());
+        const bool isWhole = value.size() % blockSize == 0 && value.size() <= blockSize * most;
+        require(isWhole && encoded == QLatin1String(value.toBase64()), key);
+    }
+
+    /// Calls `visit`. The members that it names are those of this member's object.
+    template <class Visit> void within(const char *key, Visit visit)
+    {
+        visitObject(member(key), key, visit);
+    }
+
+    /// Calls `visit` for each item. The members that it names are those of the item's object.
+    template <class Item>
+    void list(const char *key, QVector<Item> &items, int most, void (*visit)(Archive &, Item &))
+    {
+        Json::Value &array = member(key);
+        require(array.isArray() && array.size() <= static_cast<quint32>(most), key);
+        if (!reads() || !bad.isEmpty())
+            array = Json::arrayValue;
+        items.resize(reads() ? static_cast<int>(array.size()) : items.size());
+        for (int i = 0; i < items.size(); ++i)
+            visitObject(array[i], key, [&] { visit(*this, items[i]); });
+    }
+
+private:
+    template <class Visit> void visitObject(Json::Value &inner, const char *key, Visit visit)
+    {
+        Json::Value *const outer = object;
+        object = &inner;
+        require(inner.isObject(), key);
+        if (bad.isEmpty())
+            visit();
+        object = outer;
+    }
+
+    Json::Value *object;
+    bool isReading;
+    QString bad;
 };
 
-constexpr DocumentMember DocumentMembers[] = {
-    {"output", &Documents::output},
-    {"user", &Documents::user},
-    {"vendor", &Documents::vendor},
-};
+using MonthEntry = std::pair<Month, MonthRecords>;
 
-Json::Value toJson(const User &user)
+void exchangeUser(Archive &archive, User &user)
 {
-    Json::Value entry;
-    entry["id"] = user.id;
-    entry["card"] = user.cardId;
-    entry["name"] = user.name.toStdString();
-    entry["department"] = user.department.toStdString();
-    entry["vein features"] = user.veinCount;
-    entry["print features"] = user.printCount;
-    return entry;
+    archive.number("id", user.id, 1, MaxId);
+    archive.number("card", user.cardId, 0, MaxId);
+    archive.text("name", user.name, NameField);
+    archive.text("department", user.department, NameField);
+    archive.require(isOneLine(user.name), "name");
+    archive.require(isOneLine(user.department), "department");
+    archive.number("vein features", user.veinCount, 0, MaxFeatures);
+    archive.number("print features", user.printCount, 0, MaxFeatures);
+    archive.require(user.hasRoomFor(0), "print features");
+    if (archive.has("features", !user.features.isEmpty()))
+        archive.blocks("features", user.features, FeatureSize, MaxFeatures);
 }
 
-User readUser(MemberReader &reader, const Json::Value &entry)
+void exchangeQrCode(Archive &archive, QrCode &code)
 {
-    User user;
-    user.id = static_cast<quint32>(reader.number(entry, "id", 1, GreatestId));
-    user.cardId = static_cast<quint32>(reader.number(entry, "card", 0, GreatestId));
-    user.name = reader.text(entry, "name", NameField);
-    user.department = reader.text(entry, "department", NameField);
-    reader.require(isOneLine(user.name), "name");
-    reader.require(isOneLine(user.department), "department");
-    user.veinCount = reader.integer(entry, "vein features", 0, FeatureCapacity);
-    user.printCount = reader.integer(entry, "print features", 0, FeatureCapacity);
-    reader.require(hasRoomFor(user, 0), "print features");
-    return user;
+    archive.text("note", code.note, NameField);
+    archive.text("data", code.data, QrDataField);
+    archive.time("start", code.start);
+    archive.time("end", code.end);
+    archive.require(isUsable(code), "qr codes");
 }
 
-Json::Value toJson(const QrCode &code)
+void exchangeMonth(Archive &archive, MonthEntry &month)
 {
-    Json::Value entry;
-    entry["note"] = code.note.toStdString();
-    entry["data"] = code.data.toStdString();
-    entry["start"] = timeText(code.start).toStdString();
-    entry["end"] = timeText(code.end).toStdString();
-    return entry;
+    MonthRecords &records = month.second;
+    archive.number("year", month.first.first, 1970, 9999);
+    archive.number("month", month.first.second, 1, 12);
+    archive.number("count", records.spread, 0, MaxRecords);
+    if (archive.has("first", records.first > 0))
+        archive.number("first", records.first, 0, MaxNumber - MaxRecords);
+    if (archive.has("passages", !records.passages.isEmpty()))
+        archive.blocks("passages", records.passages, MonthRecords::PassageSize, MaxRecords);
+    archive.require(records.count() >= 1 && records.count() <= MaxRecords, "count");
 }
 
-QrCode readQrCode(MemberReader &reader, const Json::Value &entry)
+void exchangeRecords(Archive &archive, RecordBook &book)
 {
-    QrCode code{reader.text(entry, "note", NameField), reader.text(entry, "data", QrDataField),
-                reader.time(entry, "start"), reader.time(entry, "end")};
-    reader.require(isUsable(code), "qr codes");
-    return code;
+    archive.number("seed", book.seed, 0, MaxId);
+    archive.time("until", book.until);
+    QVector<MonthEntry> months(book.months.begin(), book.months.end());
+    archive.list("months", months, MaxMonths, exchangeMonth);
+    book.months = {months.begin(), months.end()};
+    archive.require(book.months.size() == static_cast<size_t>(months.size()), "months");
 }
 
-Json::Value toJson(const RecordBook &book)
+void exchangeUsers(Archive &archive, State &state, int most)
 {
-    Json::Value document;
-    document["seed"] = book.seed;
-    document["until"] = timeText(book.until).toStdString();
-    Json::Value &months = document["months"] = Json::arrayValue;
-    for (const auto &month : book.counts) {
-        Json::Value entry;
-        entry["year"] = month.first.first;
-        entry["month"] = month.first.second;
-        entry["count"] = month.second;
-        months.append(entry);
-    }
-    return document;
+    QVector<User> users;
+    for (const auto &user : state.users)
+        users.append(user.second);
+    archive.list("users", users, most, exchangeUser);
+    state.users.clear();
+    for (const User &user : qAsConst(users))
+        archive.require(state.users.emplace(user.id, user).second, "users");
+    archive.require(userListFits(state), "users");
 }
 
-RecordBook readRecords(MemberReader &reader, const Json::Value &document)
+void exchangeQrCodes(Archive &archive, State &state, int most)
 {
-    RecordBook book;
-    book.seed = static_cast<quint32>(reader.number(document, "seed", 0, GreatestId));
-    book.until = reader.time(document, "until");
-    for (const Json::Value &entry : reader.objects(document, "months", MostMonths)) {
-        const Month month{reader.integer(entry, "year", FirstYear, LastYear),
-                          reader.integer(entry, "month", 1, 12)};
-        const int count = reader.integer(entry, "count", 1, MostRecords);
-        reader.require(book.counts.emplace(month, count).second, "months");
-    }
-    return book;
-}
-
-/// It has exactly the members and kinds of the terminal's own.
-void readDocument(MemberReader &reader, const Json::Value &documents, const char *key,
-                  Json::Value *document)
-{
-    const Json::Value &stored = reader.object(documents, key);
-    if (!stored.isObject())
-        return;
-    mergeKnown(*document, stored);
-    reader.require(*document == stored && toText(stored).size() <= LongestDocument, key);
-}
-
-void readUsers(MemberReader &reader, const Json::Value &document, int most, State *state)
-{
-    for (const Json::Value &entry : reader.objects(document, "users", most)) {
-        const User user = readUser(reader, entry);
-        reader.require(state->users.emplace(user.id, user).second, "users");
-    }
-    reader.require(userListFits(*state), "users");
-}
-
-void readQrCodes(MemberReader &reader, const Json::Value &document, int most, State *state)
-{
+    archive.list("qr codes", state.qrCodes, most, exchangeQrCode);
     std::set<QString> known;
-    for (const Json::Value &entry : reader.objects(document, "qr codes", most)) {
-        state->qrCodes.append(readQrCode(reader, entry));
-        reader.require(known.insert(state->qrCodes.last().data).second, "qr codes");
-    }
-    reader.require(qrListFits(*state), "qr codes");
+    for (const QrCode &code : qAsConst(state.qrCodes))
+        archive.require(known.insert(code.data).second, "qr codes");
+    archive.require(qrListFits(state), "qr codes");
 }
 
-DeviceMode readMode(MemberReader &reader, const Json::Value &document)
+/// A stored document has exactly the members and kinds of the terminal's own.
+void exchangeDocument(Archive &archive, const char *key, Json::Value &document)
 {
-    const auto mode = static_cast<DeviceMode>(reader.integer(document, "mode", 0, 4));
-    reader.require(restingModeName(mode) != nullptr, "mode");
-    return mode;
+    Json::Value &stored = archive.member(key);
+    if (!archive.reads())
+        stored = document;
+    else if (stored.isObject())
+        mergeKnown(document, stored);
+    archive.require(document == stored && toText(stored).size() <= LongestDocument, key);
 }
 
-QString badValue(const Json::Value &document, const DeviceOptions &options, const QString &member)
+void exchangeState(Archive &archive, const DeviceOptions &options, State &state)
 {
-    const Json::Value &users = document["users"];
-    if (member == QLatin1String("users") && users.isArray() &&
-        users.size() > static_cast<Json::ArrayIndex>(options.maxUsers))
-        return QStringLiteral("%1 users, more than --max-users %2")
-            .arg(users.size())
-            .arg(options.maxUsers);
-    return QStringLiteral("bad value of \"%1\"").arg(member);
+    QString format = QString::fromLatin1(Format);
+    archive.text("format", format, 64);
+    archive.require(format == QLatin1String(Format), "format");
+    archive.number("mode", state.mode, 0, 4);
+    archive.require(restingModeName(state.mode) != nullptr, "mode");
+    archive.number("clock offset", state.clockOffset, -MaxClockOffset, MaxClockOffset);
+    archive.number("sensor bias", state.sensorBias, -wire::TofBiasOffset, MaxBias);
+    archive.text("serial number", state.serialNumber, SerialLength);
+    archive.require(isSerialNumber(state.serialNumber), "serial number");
+    exchangeUsers(archive, state, options.maxUsers);
+    exchangeQrCodes(archive, state, options.maxQrCodes);
+    archive.within("records", [&] { exchangeRecords(archive, state.records); });
+    archive.within("documents", [&] {
+        exchangeDocument(archive, "output", state.documents.output);
+        exchangeDocument(archive, "user", state.documents.user);
+        exchangeDocument(archive, "vendor", state.documents.vendor);
+    });
 }
 
 } // namespace
 
-Json::Value stateDocument(const State &state)
+Json::Value stateDocument(const DeviceOptions &options, State state)
 {
     Json::Value document;
-    document["format"] = Format;
-    document["mode"] = static_cast<int>(state.mode);
-    document["clock offset"] = Json::Int64{state.clockOffset};
-    document["sensor bias"] = state.sensorBias;
-    document["serial number"] = state.serialNumber.toStdString();
-    Json::Value &users = document["users"] = Json::arrayValue;
-    for (const auto &user : state.users)
-        users.append(toJson(user.second));
-    Json::Value &codes = document["qr codes"] = Json::arrayValue;
-    for (const QrCode &code : state.qrCodes)
-        codes.append(toJson(code));
-    document["records"] = toJson(state.records);
-    for (const DocumentMember &member : DocumentMembers)
-        document["documents"][member.key] = state.documents.*member.document;
+    Archive archive(document, Archive::Way::Write);
+    exchangeState(archive, options, state);
     return document;
 }
 
-bool readState(const Json::Value &document, const DeviceOptions &options, State *state,
-               QString *error)
+bool readState(Json::Value document, const DeviceOptions &options, State *state, QString *error)
 {
-    MemberReader reader;
+    Archive archive(document, Archive::Way::Read);
+    const int users = document["users"].isArray() ? static_cast<int>(document["users"].size()) : 0;
     State read;
     read.documents = factoryDocuments();
-    reader.require(reader.text(document, "format", 64) == QLatin1String(Format), "format");
-    read.mode = readMode(reader, document);
-    read.clockOffset =
-        reader.number(document, "clock offset", -GreatestClockOffset, GreatestClockOffset);
-    read.sensorBias = reader.integer(document, "sensor bias", LeastBias, GreatestBias);
-    read.serialNumber = reader.text(document, "serial number", SerialLength);
-    reader.require(isSerialNumber(read.serialNumber), "serial number");
-    readUsers(reader, document, options.maxUsers, &read);
-    readQrCodes(reader, document, options.maxQrCodes, &read);
-    read.records = readRecords(reader, reader.object(document, "records"));
-    const Json::Value &documents = reader.object(document, "documents");
-    for (const DocumentMember &member : DocumentMembers)
-        readDocument(reader, documents, member.key, &(read.documents.*member.document));
-    *error = badValue(document, options, reader.badMember());
-    if (reader.good())
+    exchangeState(archive, options, read);
+    const bool isGood = archive.badMember().isEmpty();
+    if (isGood)
         *state = read;
-    return reader.good();
+    else if (users > options.maxUsers)
+        *error =
+            QStringLiteral("%1 users, more than --max-users %2").arg(users).arg(options.maxUsers);
+    else
+        *error = QStringLiteral("bad value of \"%1\"").arg(archive.badMember());
+    return isGood;
 }
 
 } // namespace sim

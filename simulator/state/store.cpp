@@ -1,7 +1,6 @@
 #include "simulator/state/store.h"
 
-#include "simulator/state/json.h"
-#include "simulator/state/statefile.h"
+#include "simulator/state/documents.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,29 +9,27 @@
 namespace sim {
 namespace {
 
-constexpr int SaveDelayMs = 500;         // changes within this time are saved together
-constexpr int RetryMs = 2000;            // after a save that failed
-constexpr qint64 MostBytes = 64'000'000; // of a file; no state comes near
+constexpr int SaveDelay = 500;           // ms; changes within this time are saved together
+constexpr int RetryDelay = 2000;         // ms, after a save that failed
+constexpr qint64 MaxBytes = 900'000'000; // of a file: 10000 users with six imported blocks each
 
-QString lockPath(const QString &path)
+bool refuse(QString *error, const QString &reason)
 {
-    return path + QStringLiteral(".lock");
-}
-
-/// Opening a pipe would wait for somebody at its other end.
-bool isUsableFile(const QString &path, QString *error)
-{
-    const QFileInfo file(path);
-    const bool regular = file.isFile() || !file.exists();
-    if (regular && file.size() <= MostBytes)
-        return true;
-    *error =
-        QStringLiteral("Cannot use %1: %2")
-            .arg(path, regular ? QStringLiteral("too long") : QStringLiteral("not a regular file"));
+    *error = reason;
     return false;
 }
 
-/// A full disk takes a part, and names the reason only when it is given the rest.
+/// A pipe is refused because opening it would wait for a program at its other end.
+bool isUsableFile(const QString &path, QString *error)
+{
+    const QFileInfo file(path);
+    if (file.exists() && !file.isFile())
+        return refuse(error, QStringLiteral("Cannot use %1: not a regular file").arg(path));
+    return file.size() <= MaxBytes ||
+           refuse(error, QStringLiteral("Cannot use %1: too long").arg(path));
+}
+
+/// A full disk takes a part of the data, and returns the error only for the rest.
 bool writeAll(QSaveFile &file, const QByteArray &text)
 {
     qint64 done = 0;
@@ -47,86 +44,78 @@ bool writeAll(QSaveFile &file, const QByteArray &text)
 
 } // namespace
 
-Store::Store(Device &device, const QString &path)
-    : m_device(device),
-      m_path(path),
-      m_lock(lockPath(path))
+Store::Store(Device &keptDevice, const QString &file)
+    : device(keptDevice),
+      path(file),
+      lock(file + ".lock")
 {
-    m_lock.setStaleLockTime(0); // held as long as its program runs
-    m_timer.setSingleShot(true);
-    connect(&m_timer, SIGNAL(timeout()), this, SLOT(save()));
-    connect(&m_device, SIGNAL(stateChanged()), this, SLOT(noteChange()));
+    lock.setStaleLockTime(0); // held until its program ends
+    timer.setSingleShot(true);
+    connect(&timer, SIGNAL(timeout()), this, SLOT(save()));
+    connect(&device, SIGNAL(stateChanged()), this, SLOT(noteChange()));
 }
 
 Store::~Store()
 {
-    if (m_unsaved)
+    if (isUnsaved)
         save();
-    if (m_unsaved)
-        qWarning("The last changes are not in %s", qPrintable(m_path));
+    if (isUnsaved)
+        qWarning("The last changes are not in %s", qPrintable(path));
 }
 
 bool Store::open(QString *error)
 {
-    m_open = isUsableFile(m_path, error) && isUsableFile(lockPath(m_path), error) && lock(error) &&
-             (QFile::exists(m_path) ? load(error) : write(error));
-    return m_open;
+    isOpen = isUsableFile(path, error) && isUsableFile(path + ".lock", error) &&
+             acquireLock(error) && (QFile::exists(path) ? load(error) : write(error));
+    return isOpen;
 }
 
-bool Store::lock(QString *error)
+bool Store::acquireLock(QString *error)
 {
-    if (m_lock.tryLock(0))
+    if (lock.tryLock(0))
         return true;
-    *error = m_lock.error() == QLockFile::LockFailedError
-                 ? QStringLiteral("Cannot use %1: another program keeps its state there")
-                 : QStringLiteral("Cannot write %1.lock");
-    *error = error->arg(m_path);
-    return false;
+    const bool isHeld = lock.error() == QLockFile::LockFailedError;
+    const QString used = QStringLiteral("Cannot use %1: another program keeps its state there");
+    return refuse(error, (isHeld ? used : QStringLiteral("Cannot write %1.lock")).arg(path));
 }
 
 bool Store::load(QString *error)
 {
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("Cannot read %1: %2").arg(m_path, file.errorString());
-        return false;
-    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return refuse(error, QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
     Json::Value document;
     QString reason = QStringLiteral("not a JSON object");
-    const bool object = parseObject(file.read(MostBytes), &document);
-    if (object && readState(document, m_device.options(), &m_device.state, &reason))
-        return true;
-    *error = QStringLiteral("Cannot use %1: %2").arg(m_path, reason);
-    return false;
+    return (parseObject(file.read(MaxBytes), &document) &&
+            readState(std::move(document), device.options(), &device.state, &reason)) ||
+           refuse(error, QStringLiteral("Cannot use %1: %2").arg(path, reason));
 }
 
 bool Store::write(QString *error) const
 {
-    const QByteArray text = toText(stateDocument(m_device.state)) + '\n';
-    QSaveFile file(m_path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, text) &&
-        file.commit())
-        return true;
-    *error = QStringLiteral("Cannot write %1: %2").arg(m_path, file.errorString());
-    return false;
+    const QByteArray text = toText(stateDocument(device.options(), device.state)) + '\n';
+    QSaveFile file(path);
+    return (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, text) &&
+            file.commit()) ||
+           refuse(error, QStringLiteral("Cannot write %1: %2").arg(path, file.errorString()));
 }
 
 void Store::noteChange()
 {
-    m_unsaved = m_open;
-    if (m_open && !m_timer.isActive())
-        m_timer.start(SaveDelayMs);
+    isUnsaved = isOpen;
+    if (isOpen && !timer.isActive())
+        timer.start(SaveDelay);
 }
 
 void Store::save()
 {
     QString error;
-    m_unsaved = !write(&error);
-    if (m_unsaved)
-        m_timer.start(RetryMs);
-    if (error != m_saveError)
-        qWarning("%s", qPrintable(m_unsaved ? error : QStringLiteral("Saved %1").arg(m_path)));
-    m_saveError = error;
+    isUnsaved = !write(&error);
+    if (isUnsaved)
+        timer.start(RetryDelay);
+    if (error != saveError)
+        qWarning("%s", qPrintable(isUnsaved ? error : QStringLiteral("Saved %1").arg(path)));
+    saveError = error;
 }
 
 } // namespace sim

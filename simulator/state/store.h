@@ -3,24 +3,30 @@
 #include "simulator/state/device.h"
 
 #include <QLockFile>
-#include <QObject>
-#include <QTimer>
 
 namespace sim {
 
-/// Keeps a device's state in a file: writes it a moment after a change and, at the latest, when
-/// this object goes. The file is replaced as a whole, so that there is always a whole one. A save
-/// that failed is tried again every few seconds.
+/// Returns the state as it is kept in a file.
+Json::Value stateDocument(const DeviceOptions &options, State state);
+
+/// Reads an object. Returns false, with `state` untouched and `error` set, unless the object holds
+/// a whole state whose values a terminal with these options can have. Never throws.
+bool readState(Json::Value document, const DeviceOptions &options, State *state, QString *error);
+
+/// Keeps a device's state in a file. Writes it a moment after a change and, at the latest, in the
+/// destructor. The file is replaced as a whole, so that a complete one is always there. A save that
+/// failed is retried every few seconds.
 class Store : public QObject
 {
     Q_OBJECT
 public:
-    /// `device` must outlive the store.
-    Store(Device &device, const QString &path);
+    /// `keptDevice` must outlive the store.
+    Store(Device &keptDevice, const QString &file);
     ~Store() override;
 
-    /// Takes over what the file holds; without a file, writes one. False, with the reason, when
-    /// the file is none of ours, another program's or cannot be used; it is never written to then.
+    /// Reads the state from the file, or writes a file when there is none. Returns false, with the
+    /// reason, when the file has another format, belongs to another program or cannot be used; it
+    /// is never written to then.
     bool open(QString *error);
 
 private slots:
@@ -28,17 +34,17 @@ private slots:
     void save();
 
 private:
-    bool lock(QString *error);
+    bool acquireLock(QString *error);
     bool load(QString *error);
     bool write(QString *error) const;
 
-    Device &m_device;
-    QString m_path;
-    QLockFile m_lock; ///< beside the file
-    QTimer m_timer;
-    bool m_open = false;
-    bool m_unsaved = false;
-    QString m_saveError; ///< of the last save; empty when it succeeded
+    Device &device;
+    QString path;
+    QLockFile lock; ///< beside the file
+    QTimer timer;
+    bool isOpen = false;
+    bool isUnsaved = false;
+    QString saveError; ///< of the last save; empty when it succeeded
 };
 
 } // namespace sim

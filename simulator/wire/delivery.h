@@ -5,19 +5,21 @@
 
 namespace sim {
 
-/// A reply and how it goes out.
+/// A reply and the way in which it is sent.
 struct Delivery
 {
-    enum class End : quint8 { Stay, Close, Reset }; ///< of the connection, once `bytes` are out
+    /// What happens to the connection once the bytes are sent.
+    enum class End : quint8 { Stay, Close, Reset };
 
     QByteArray bytes;
+    quint32 bytesPerSecond = 0; ///< 0: no limit
     int delayMs = 0;
-    int pieceSize = 0; ///< bytes to a segment; 0: as it comes
+    int pieceSize = 0; ///< bytes in a segment; 0: no pieces
     int pauseMs = 0;   ///< between two pieces
     End end = End::Stay;
     bool late = false;  ///< waits for the next request
-    int againMs = -1;   ///< sent once more so much later, ahead of the `end`; negative: not
-    QStringList faults; ///< names of those it suffered
+    int againMs = -1;   ///< time until it is sent a second time, ahead of its end; negative: never
+    QStringList faults; ///< names of the faults that have struck it
 };
 
 } // namespace sim

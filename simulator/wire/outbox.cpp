@@ -1,30 +1,31 @@
 #include "simulator/wire/outbox.h"
 
-#include "simulator/wire/hardreset.h"
-
 #include <QTcpSocket>
 
-#include <algorithm>
-#include <utility>
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+#else
+#include <sys/socket.h>
+#endif
 
 namespace sim {
 
-Outbox::Outbox(QTcpSocket *socket)
-    : m_socket(socket)
+Outbox::Outbox(QTcpSocket *console)
+    : socket(console)
 {
-    m_timer.setSingleShot(true);
-    m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, SIGNAL(timeout()), this, SLOT(resume()));
-    // Queued, because a flush amidst a step emits it too.
-    connect(m_socket, SIGNAL(bytesWritten(qint64)), this, SLOT(resume()), Qt::QueuedConnection);
+    timer.setSingleShot(true);
+    timer.setTimerType(Qt::PreciseTimer);
+    connect(&timer, SIGNAL(timeout()), this, SLOT(resume()));
+    // Queued, because a flush in the middle of a step emits it, too.
+    connect(socket, SIGNAL(bytesWritten(qint64)), this, SLOT(resume()), Qt::QueuedConnection);
 }
 
 void Outbox::send(const Delivery &delivery)
 {
-    if (m_held)
-        enqueue(*std::exchange(m_held, std::nullopt));
+    if (held)
+        enqueue(*std::exchange(held, std::nullopt));
     if (delivery.late)
-        m_held = delivery;
+        held = delivery;
     else
         enqueue(delivery);
     advance();
@@ -33,79 +34,90 @@ void Outbox::send(const Delivery &delivery)
 void Outbox::enqueue(Delivery delivery)
 {
     if (delivery.againMs >= 0) {
-        m_queue.enqueue(delivery);
-        m_queue.last().end = Delivery::End::Stay;
+        queue.enqueue(delivery);
+        queue.last().end = Delivery::End::Stay;
         delivery.delayMs = delivery.againMs;
     }
-    m_queue.enqueue(delivery);
+    queue.enqueue(delivery);
 }
 
 void Outbox::resume()
 {
-    if (m_queue.isEmpty() || m_timer.isActive())
+    if (queue.isEmpty() || timer.isActive())
         return;
     advance();
-    if (idle())
+    if (isIdle())
         emit done();
 }
 
 void Outbox::advance()
 {
     bool more = true;
-    while (more && !m_queue.isEmpty() && m_socket->state() == QAbstractSocket::ConnectedState)
+    while (more && !queue.isEmpty() && socket->state() == QAbstractSocket::ConnectedState)
         more = step();
 }
 
 bool Outbox::step()
 {
-    Delivery &delivery = m_queue.head();
+    Delivery &delivery = queue.head();
     if (delivery.delayMs > 0)
         return waitFor(std::exchange(delivery.delayMs, 0));
-    if (m_sent == delivery.bytes.size())
+    if (sent == delivery.bytes.size())
         return finish();
-    if (delivery.pieceSize > 0 || m_bytesPerSecond > 0)
+    if (delivery.pieceSize > 0 || delivery.bytesPerSecond > 0)
         return sendSlice();
-    m_socket->write(delivery.bytes.mid(m_sent));
-    m_sent = delivery.bytes.size();
+    socket->write(delivery.bytes.mid(sent));
+    sent = delivery.bytes.size();
     return true;
 }
 
 bool Outbox::sendSlice()
 {
-    if (m_socket->bytesToWrite() > 0)
+    if (socket->bytesToWrite() > 0)
         return false;
-    if (const int busy = m_throttle.waitMs())
+    if (const int busy = throttle.waitMs())
         return waitFor(busy);
-    const Delivery &delivery = m_queue.head();
-    const int left = delivery.bytes.size() - m_sent;
+    const Delivery &delivery = queue.head();
+    const int left = delivery.bytes.size() - sent;
     const int pieceLeft =
-        delivery.pieceSize > 0 ? delivery.pieceSize - m_sent % delivery.pieceSize : left;
-    const int size = m_throttle.take(std::min(left, pieceLeft), m_bytesPerSecond);
-    m_socket->write(delivery.bytes.constData() + m_sent, size);
-    m_socket->flush();
-    m_sent += size;
+        delivery.pieceSize > 0 ? delivery.pieceSize - sent % delivery.pieceSize : left;
+    const int size = throttle.take(std::min(left, pieceLeft), delivery.bytesPerSecond);
+    socket->write(delivery.bytes.constData() + sent, size);
+    socket->flush();
+    sent += size;
     return size == left || size < pieceLeft || waitFor(delivery.pauseMs);
 }
 
 bool Outbox::finish()
 {
-    const Delivery::End end = m_queue.head().end;
-    if (end == Delivery::End::Reset && m_socket->bytesToWrite() > 0)
+    const Delivery::End end = queue.head().end;
+    if (end == Delivery::End::Reset && socket->bytesToWrite() > 0)
         return false;
-    m_queue.dequeue();
-    m_sent = 0;
-    m_ended = end != Delivery::End::Stay;
+    queue.dequeue();
+    sent = 0;
+    hasEnded = end != Delivery::End::Stay;
     if (end == Delivery::End::Close)
-        m_socket->disconnectFromHost();
+        socket->disconnectFromHost();
     else if (end == Delivery::End::Reset)
-        resetConnection(*m_socket);
-    return !m_ended;
+        resetConnection();
+    return !hasEnded;
 }
 
 bool Outbox::waitFor(int ms)
 {
-    m_timer.start(ms);
+    timer.start(ms);
     return false;
+}
+
+void Outbox::resetConnection()
+{
+    linger noTime{};
+    noTime.l_onoff = 1;
+    // A descriptor is an int, on Windows a SOCKET.
+    const auto descriptor = static_cast<decltype(::socket(0, 0, 0))>(socket->socketDescriptor());
+    ::setsockopt(descriptor, SOL_SOCKET, SO_LINGER, reinterpret_cast<const char *>(&noTime),
+                 sizeof noTime);
+    socket->abort();
 }
 
 } // namespace sim

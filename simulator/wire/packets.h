@@ -1,87 +1,86 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include <QIODevice>
+#include <QtEndian>
 
 namespace sim {
 
-/// What a reply with a status byte says.
+/// The status byte of a reply.
 enum class Status : quint8 {
     Ok = 0,
     Busy = 1, ///< with an enrollment
     WrongParameter = 2,
     UserExists = 20,
     NoSuchUser = 21,
-    Full = 22, ///< the users or, on import, a user's features
+    Full = 22, ///< the user database or, on import, the features of a user
     EnrollmentFull = 24,
     QrCodesFull = 30,
     QrDataExists = 31,
     NoSuchQrCode = 32,
 };
 
-/// One request, its head already taken off.
+/// One request without its head.
 struct Request
 {
     quint8 code = 0;
     QByteArray payload;
 };
 
-/// Reads a request's payload from front to back, big-endian. What lies beyond the end reads as 0
-/// and makes `complete()` false.
+/// Reads a request's payload from front to back, big-endian. Bytes beyond the end read as 0 and
+/// make exact() false.
 class PayloadReader
 {
 public:
     explicit PayloadReader(const QByteArray &payload)
-        : m_rest(payload)
+        : rest(payload)
     {
     }
 
-    quint8 u8() { return static_cast<quint8>(number(1)); }
-    quint16 u16() { return static_cast<quint16>(number(2)); }
-    quint32 u32() { return number(4); }
+    quint8 u8() { return number<quint8>(); }
+    quint16 u16() { return number<quint16>(); }
+    quint32 u32() { return number<quint32>(); }
     QByteArray bytes(int count);
-    /// A zero-padded text of that width; complete() turns false when it is not UTF-8.
+    /// Reads a zero-padded text of that width; exact() turns false when it is not UTF-8.
     QString text(int width);
+    /// Reads all bytes that are left.
+    QByteArray remainder() { return bytes(rest.size()); }
 
-    /// True when everything read so far was there, and texts were texts.
-    bool complete() const { return !m_bad; }
-    /// True when, besides, nothing is left.
-    bool exact() const { return !m_bad && m_rest.isEmpty(); }
+    /// Returns true when the payload held exactly what was read, and every text was UTF-8.
+    bool exact() const { return !failed && rest.isEmpty(); }
 
 private:
-    quint32 number(int count);
+    template <class Number> Number number()
+    {
+        return qFromBigEndian<Number>(bytes(sizeof(Number)).constData());
+    }
 
-    QByteArray m_rest;
-    bool m_bad = false;
+    QByteArray rest;
+    bool failed = false;
 };
 
-/// Big-endian bytes of a number.
-QByteArray bytesOf16(quint16 value);
+/// Returns the big-endian bytes of an unsigned number, as many as its type has.
+template <class Number> QByteArray bytesOf(Number value)
+{
+    QByteArray bytes(sizeof value, Qt::Uninitialized);
+    qToBigEndian(value, bytes.data());
+    return bytes;
+}
 
-/// A text as fixed-width field: UTF-8 cut at a character's end, zero-padded; at least one zero
-/// byte follows.
+/// Returns a text as a zero-padded field of that width: UTF-8, cut at the end of a character, with
+/// at least one zero byte.
 QByteArray textField(const QString &text, int width);
 
 // Whole replies, head included.
 QByteArray statusReply(Status status);
 QByteArray dataReply(const QByteArray &payload); ///< status Ok, then the payload
 QByteArray plainReply(const QByteArray &body);   ///< a body without a status byte
-/// A plain reply whose body the caller fills in, from byte wire::HeadSize on.
-QByteArray unfilledReply(size_t bodySize);
+/// Returns a plain reply whose body, from byte wire::HeadSize on, the caller fills in.
+QByteArray unfilledReply(int bodySize);
 
-/// Cuts the requests out of a stream that arrives in pieces of any size.
-class RequestSplitter
-{
-public:
-    enum class Result { Request, NeedMore, Broken };
+enum class Arrival { Whole, Incomplete, Broken };
 
-    void append(const QByteArray &piece);
-    /// Broken: the stream does not carry requests (at this point); nothing more comes out of it.
-    Result next(Request *request);
-
-private:
-    QByteArray m_buffer;
-    int m_read = 0; ///< start of the first request not handed out yet
-};
+/// Takes the next request from a stream as soon as it has arrived. Broken: the stream carries no
+/// request at this point, and nothing is taken.
+Arrival takeRequest(QIODevice &stream, Request *request);
 
 } // namespace sim

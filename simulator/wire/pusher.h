@@ -1,31 +1,37 @@
 #pragma once
 
-#include "simulator/state/chatter.h"
-
 #include <QHostAddress>
+#include <QRandomGenerator>
 #include <QTcpSocket>
 #include <QTimer>
 
 namespace sim {
 
-/// Pushes messages to the address that a console announced: a greeting, something at every
-/// interval and each event. While nobody listens there it tries again at the interval; what
-/// happens meanwhile is not told later.
+class Device;
+
+// Messages that a terminal pushes; lines without prefix and line end.
+QString greetingLine(const Device &device);
+/// Returns recognitions and passages in the recognition modes only.
+QString chatLine(const Device &device, QRandomGenerator &random);
+
+/// Pushes messages to the address that a console announced: a greeting, a line at every interval
+/// and each event. Retries at the interval while nobody listens there; events of that time are not
+/// pushed later.
 class Pusher : public QObject
 {
     Q_OBJECT
 public:
-    /// A `port` other than 0 is used in place of the announced one. `device` must outlive this.
-    Pusher(const Device &device, quint16 port, int intervalMs, quint32 seed);
+    /// A `usedPort` other than 0 replaces the announced one. `simulated` must outlive this object.
+    Pusher(const Device &simulated, quint16 usedPort, int intervalMs, quint32 seed);
 
 public slots:
     /// Leaves the previous address, unless it is the same and the connection stands. The address
     /// 0.0.0.0 or the port 0 ends the messages.
-    void setTarget(const QHostAddress &address, quint16 port);
-    /// Hangs up; resume() calls the same address again.
+    void setTarget(const QHostAddress &announced, quint16 announcedPort);
+    /// Disconnects; resume() connects to the same address again.
     void pause();
     void resume();
-    /// Says it if there is a connection that takes it in.
+    /// Pushes the line if there is a connection whose peer reads.
     void say(const QString &line);
 
 private slots:
@@ -34,14 +40,13 @@ private slots:
     void discardInput();
 
 private:
-    void connectToTarget();
-
-    Chatter m_chatter;
-    QTcpSocket m_socket;
-    QTimer m_timer;
-    QHostAddress m_address;
-    quint16 m_port = 0;
-    quint16 m_fixedPort;
+    const Device &device;
+    QRandomGenerator random;
+    QTcpSocket socket;
+    QTimer timer;
+    QHostAddress address;
+    quint16 port = 0;
+    quint16 fixedPort;
 };
 
 } // namespace sim
