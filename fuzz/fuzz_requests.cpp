@@ -1,5 +1,5 @@
 /// The simulated terminal's requests: a stream that arrives in pieces, whose size the first byte
-/// tells.
+/// gives.
 
 #include "fuzz/harness.h"
 #include "simulator/commands/command.h"

@@ -13,7 +13,7 @@ import sys
 import tempfile
 import xml.etree.ElementTree as xml
 
-# The window tells by these captions what a press of their button means.
+# The window decides by these captions what a click of their button does.
 DISTINCT = [
     ("MainWindow", ["Palmprint Preview", "Palm Vein Preview", "palm vein preview", "Joint Preview",
                     "Stop Collecting", "stop collecting", "Get Palm Height"]),
