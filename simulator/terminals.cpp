@@ -4,7 +4,6 @@ namespace sim {
 namespace {
 
 constexpr int MaxAttempts = 50; // to find consecutive free ports
-constexpr int MaxPort = 0xFFFF;
 
 TerminalOptions optionsOf(const Settings &settings, int index)
 {
@@ -25,7 +24,7 @@ bool listen(const Settings &settings, const Terminals &terminals, QString *error
     if (port == 0 && terminals.size() > 1)
         port = QRandomGenerator::global()->bounded(10000, 32000);
     for (const auto &terminal : terminals) {
-        const bool isPort = port <= MaxPort;
+        const bool isPort = port <= 0xFFFF;
         if (!isPort || !terminal->listen(settings.address, static_cast<quint16>(port))) {
             *error = QStringLiteral("Cannot listen on %1:%2: %3")
                          .arg(settings.address.toString())

@@ -8,7 +8,6 @@ constexpr qint64 PreviewPause = 2000; // ms; a longer pause between frames ends 
 // Passages within the shortest pause are recorded together.
 constexpr double MinPassagePause = 10;        // ms
 constexpr double MaxPassagePause = 3'600'000; // ms
-constexpr double Minute = 60'000;             // ms
 
 Device::Device(const DeviceOptions &options, QObject *parent)
     : QObject(parent),
@@ -45,7 +44,6 @@ void Device::startEnrollment(DeviceMode mode, quint32 userId)
     if (isRemote) {
         enrolledPairs.clear();
         enrolledUser = userId;
-        ++remoteEnrollments;
     }
     enrollMode = mode;
     enrollUser = userId;
@@ -84,6 +82,7 @@ void Device::finishEnrollment()
     const auto user = state.users.find(enrollUser);
     if (user != state.users.end() && user->second.hasRoomFor(EnrolledFeatures))
         user->second.addFeatures(EnrolledFeatures);
+    state.enrollments += enrollMode == DeviceMode::RemoteEnroll ? 1 : 0;
     changed(QStringLiteral("user %1 enrolled").arg(enrollUser));
 }
 
@@ -96,7 +95,7 @@ QByteArray Device::enrolledFeatures(quint32 userId) const
 {
     if (!hasEnrolled(userId))
         return {};
-    const quint32 seeds[] = {seedOf(settings), userId, remoteEnrollments};
+    const quint32 seeds[] = {seedOf(settings), userId, state.enrollments};
     QRandomGenerator generator(seeds);
     QByteArray features(static_cast<int>(wire::FeatureSize), Qt::Uninitialized);
     generator.generate(features.begin(), features.end());
@@ -107,11 +106,6 @@ QDateTime Device::clock() const
 {
     const QDateTime time = QDateTime::currentDateTime().addMSecs(state.clockOffset);
     return qBound(QDateTime({1970, 1, 1}, {0, 0}), time, QDateTime({2225, 12, 31}, {23, 59, 59}));
-}
-
-void Device::setClock(const QDateTime &time)
-{
-    state.clockOffset = QDateTime::currentDateTime().msecsTo(time);
 }
 
 quint16 Device::palmHeight() const
@@ -136,7 +130,7 @@ void Device::recordPassages()
     while (nextPassage <= now) {
         if (nextPassage > 0)
             recordPassage();
-        nextPassage -= std::log(1 - random.generateDouble()) * Minute / settings.passages;
+        nextPassage -= std::log(1 - random.generateDouble()) * 60'000 / settings.passages;
     }
     const double pause = qBound(MinPassagePause, nextPassage - now, MaxPassagePause);
     passageTimer.start(static_cast<int>(pause));

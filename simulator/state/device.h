@@ -43,7 +43,10 @@ public:
 
     /// Stops at the first and the last year that the protocol carries.
     QDateTime clock() const;
-    void setClock(const QDateTime &time);
+    void setClock(const QDateTime &time)
+    {
+        state.clockOffset = QDateTime::currentDateTime().msecsTo(time);
+    }
 
     /// Palm height in mm with the bias; moves smoothly.
     quint16 palmHeight() const;
@@ -93,7 +96,6 @@ private:
     int enrollImages = 0;
     QVector<QByteArray> enrolledPairs; ///< complete when a remote enrollment is done
     quint32 enrolledUser = 0;          ///< the user of these pairs
-    quint32 remoteEnrollments = 0;     ///< each brings other features
     bool isRebooting = false;
     QElapsedTimer uptime;
     QElapsedTimer sinceCapture;

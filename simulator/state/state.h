@@ -85,8 +85,9 @@ struct State
 {
     /// The resting mode that was set last; restored after a reboot and at the next start.
     DeviceMode mode = DeviceMode::LocalRecognition;
-    qint64 clockOffset = 0; ///< milliseconds ahead of the host's clock
-    int sensorBias = 0;     ///< mm
+    qint64 clockOffset = 0;  ///< milliseconds ahead of the host's clock
+    int sensorBias = 0;      ///< mm
+    quint32 enrollments = 0; ///< remote ones; each brings other features
     QString serialNumber;
     std::map<quint32, User> users; ///< by ID
     QVector<QrCode> qrCodes;

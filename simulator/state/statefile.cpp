@@ -211,6 +211,8 @@ void exchangeState(Archive &archive, const DeviceOptions &options, State &state)
     archive.number("mode", state.mode, 0, 4);
     archive.require(restingModeName(state.mode) != nullptr, "mode");
     archive.number("clock offset", state.clockOffset, -MaxClockOffset, MaxClockOffset);
+    if (archive.has("enrollments", state.enrollments > 0))
+        archive.number("enrollments", state.enrollments, 0, MaxId);
     archive.number("sensor bias", state.sensorBias, -wire::TofBiasOffset, MaxBias);
     archive.text("serial number", state.serialNumber, SerialLength);
     archive.require(isSerialNumber(state.serialNumber), "serial number");
