@@ -144,8 +144,7 @@ QStringList growth(const std::vector<Sample> &samples)
         const qint64 after =
             isHeap ? median(samples, rounds - width, width, quantity) : samples.back().values[i];
         const qint64 maxGrowth = isHeap ? std::max(HeapSlack, before * HeapPercent / 100) : 0;
-        if (Rows[i].rule != Rule::Shown &&
-            (after - before > maxGrowth || (!isHeap && after < before)))
+        if (Rows[i].rule != Rule::Shown && after - before > maxGrowth)
             found.append(QStringLiteral("%1: %2 after the warm-up, %3 at the end")
                              .arg(QLatin1String(Rows[i].name), QString::number(before),
                                   QString::number(after)));
