@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "link/cmdclient.h"
+#include "widgets/busycursor.h"
 #include "widgets/controls.h"
 
 #include <QBoxLayout>
@@ -111,6 +112,8 @@ void MainWindow::openBtnClickAct()
     if (openBtn->text() == tr("Refresh Connect") && preview.isRunning())
         preview.stop();
 
+    BusyCursor cursor;
+    cursor.show();
     const QByteArray host = hostEdit->text().trimmed().toLocal8Bit();
     const auto port = static_cast<quint16>(portSpinBox->text().toUInt());
     if (!client->connectToDevice(host.constData(), port)) {

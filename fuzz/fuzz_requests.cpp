@@ -1,5 +1,4 @@
-/// The simulated terminal's requests: a stream that arrives in pieces, whose size the first byte
-/// gives.
+/// Feeds requests to the simulated terminal in pieces; the first byte sets the size of a piece.
 
 #include "fuzz/harness.h"
 #include "simulator/commands/command.h"

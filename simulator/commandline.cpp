@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <limits>
 
 namespace sim {
 namespace {
@@ -26,7 +27,7 @@ constexpr int MaxPassages = 60'000;
 constexpr Option Options[] = {
     {"address", "address", "127.0.0.1", "Listen on this IP address. Default 127.0.0.1."},
     {"port", "port", "20086", "Listen on this port; 0 picks a free one.", 0, 65535},
-    {"terminals", "number", "1", "Simulate so many terminals, on consecutive ports.", 1, 250},
+    {"terminals", "number", "1", "Number of simulated terminals, on consecutive ports.", 1, 250},
     {"push-port", "port", "0", "Push messages to this port; 0: the announced one.", 0, 65535},
     {"push-interval", "seconds", "5", "Time between two pushed messages.", 1, 3600},
     {"seed", "number", "1", "Start of everything random.", 0, MaxSeed},

@@ -65,12 +65,12 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "%s\n", qPrintable(error));
         return 1;
     }
+    const Stopper stopper; // before others learn that this program runs, and may end it
     QString ports = QString::number(terminals.front()->port());
     if (terminals.size() > 1)
         ports += QStringLiteral("-%1").arg(terminals.back()->port());
     std::printf("Listening on %s:%s\n", qPrintable(settings.address.toString()), qPrintable(ports));
     std::fflush(stdout);
-    const Stopper stopper;
     if (settings.endWithInput)
         std::thread(stopWithInput).detach();
     return QCoreApplication::exec();

@@ -16,7 +16,8 @@ QByteArray capture(Device &device, bool hasPalmprint, bool hasVein)
     if (reply.isEmpty() || !reply.isDetached())
         reply = unfilledReply((1 + more) * FrameSize);
     auto *frame = reinterpret_cast<quint8 *>(reply.data()) + wire::HeadSize;
-    device.capture(hasPalmprint ? frame : nullptr, hasVein ? frame + more * FrameSize : nullptr);
+    device.capture(hasPalmprint ? frame : nullptr,
+                   hasVein ? frame + ptrdiff_t{more} * FrameSize : nullptr);
     return reply;
 }
 

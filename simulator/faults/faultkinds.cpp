@@ -79,7 +79,7 @@ constexpr FaultKind Kinds[] = {
 
 QString syntaxOf(const FaultKind &kind)
 {
-    const QString name = QString::fromLatin1(kind.name);
+    QString name = QString::fromLatin1(kind.name);
     if (kind.form == Form::None)
         return name;
     return QStringLiteral("%1%2 (%3 to %4)")

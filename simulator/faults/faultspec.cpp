@@ -94,7 +94,7 @@ QString readFault(const QString &text, Fault &fault)
     QStringList names;
     for (const QString &word : text.mid(colon + 1).split(',')) {
         const QString name = word.section('=', 0, 0);
-        const QString wrong =
+        QString wrong =
             names.contains(name) ? complaint("said twice:", name) : readWord(word, fault);
         if (!wrong.isEmpty())
             return wrong;

@@ -50,9 +50,9 @@ void takeFrame(const QImage &picture, QPoint from, quint32 number, quint8 *frame
 {
     static const QImage mark = load("mark");
     copyPart(picture, from, {wire::FrameWidth, wire::FrameHeight}, frame);
-    quint8 *cell = frame + (wire::FrameHeight - CellHeight) * wire::FrameWidth;
+    quint8 *cell = frame + ptrdiff_t{wire::FrameHeight - CellHeight} * wire::FrameWidth;
     copyPart(mark, {10 * CellWidth, 0}, {WordCells * CellWidth, CellHeight}, cell);
-    cell += (WordCells + NumberCells) * CellWidth;
+    cell += ptrdiff_t{WordCells + NumberCells} * CellWidth;
     for (int i = 0; i < NumberCells; ++i, number /= 10)
         copyPart(mark, {static_cast<int>(number % 10) * CellWidth, 0}, {CellWidth, CellHeight},
                  cell -= CellWidth);

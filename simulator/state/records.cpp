@@ -12,7 +12,7 @@ namespace sim {
 namespace {
 
 constexpr int SpreadMonths = 6;
-constexpr quint64 CardEvery = 4; // one passage of so many is by card
+constexpr quint64 CardEvery = 4; // every fourth passage is by card
 
 Month monthOf(const QDate &date)
 {
@@ -49,7 +49,7 @@ QDateTime spreadTime(const RecordBook &book, const Month &month, int spread, int
 QDateTime passageTime(const MonthRecords &records, const Month &month, int number)
 {
     const int index = number - std::max(records.first, records.spread);
-    const char *bytes = records.passages.constData() + index * MonthRecords::PassageSize;
+    const char *bytes = records.passages.constData() + ptrdiff_t{index} * MonthRecords::PassageSize;
     return startOf(month).addSecs(qFromBigEndian<quint32>(bytes));
 }
 

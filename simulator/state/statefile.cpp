@@ -136,7 +136,8 @@ void exchangeUser(Archive &archive, User &user)
     archive.number("print features", user.printCount, 0, MaxFeatures);
     archive.require(user.hasRoomFor(0), "print features");
     if (archive.has("features", !user.features.isEmpty()))
-        archive.blocks("features", user.features, FeatureSize, MaxFeatures);
+        archive.blocks("features", user.features, FeatureSize,
+                       qMin(user.veinCount, user.printCount));
 }
 
 void exchangeQrCode(Archive &archive, QrCode &code)
