@@ -94,18 +94,17 @@ QString badNumber(const QCommandLineParser &parser)
     return {};
 }
 
-bool readFaults(const QStringList &texts, QVector<Fault> *faults, QString *error)
+/// Returns what is wrong with the first bad fault, or an empty text.
+QString readFaults(const QStringList &texts, QVector<Fault> *faults)
 {
     for (const QString &text : texts) {
         Fault fault;
         QString reason;
-        if (!parseFault(text, &fault, &reason)) {
-            *error = QStringLiteral("%1 (%2)").arg(complaint("fault", text), reason);
-            return false;
-        }
+        if (!parseFault(text, &fault, &reason))
+            return QStringLiteral("%1 (%2)").arg(complaint("fault", text), reason);
         *faults << fault;
     }
-    return true;
+    return {};
 }
 
 /// All numbers are good.
@@ -145,8 +144,9 @@ bool readArguments(const QCoreApplication &app, Settings *settings, QString *err
         *error = complaint("address", parser.value("address"));
     else if (parser.isSet("data") && settings->dataFile.isEmpty())
         *error = complaint("data", settings->dataFile);
-    if (!error->isEmpty() ||
-        !readFaults(parser.values("fault"), &settings->terminal.faults.faults, error))
+    if (error->isEmpty())
+        *error = readFaults(parser.values("fault"), &settings->terminal.faults.faults);
+    if (!error->isEmpty())
         return false;
     takeNumbers(parser, settings);
     settings->endWithInput = parser.isSet("end-with-input");

@@ -124,27 +124,22 @@ void Device::capture(quint8 *palmprint, quint8 *vein)
     cameras.capture(palmprint, vein);
 }
 
+/// Nobody passes in a mode that does not recognise, during a reboot, or when the records are full.
+/// The clock is read once for all passages, since reading it is what costs most.
 void Device::recordPassages()
 {
     const auto now = static_cast<double>(passageClock.elapsed());
     int passed = nextPassage > 0 ? 0 : -1; // the first call only draws the first pause
     for (; nextPassage <= now; ++passed)
         nextPassage -= std::log(1 - random.generateDouble()) * 60'000 / settings.passages;
-    recordPassages(passed);
-    const double pause = qBound(MinPassagePause, nextPassage - now, MaxPassagePause);
-    passageTimer.start(static_cast<int>(pause));
-}
-
-/// Nobody passes in a mode that does not recognise, during a reboot, or when the records are full.
-/// The clock is read once, since reading it is what costs most.
-void Device::recordPassages(int count)
-{
+    passageTimer.start(
+        static_cast<int>(qBound(MinPassagePause, nextPassage - now, MaxPassagePause)));
     if (isRebooting || !recognises(mode()))
         return;
-    const QDateTime now = clock();
-    const QDateTime wall(now.date(), now.time(), Qt::UTC);
+    QDateTime wall = clock();
+    wall.setTimeSpec(Qt::UTC); // the same time on the wall
     int added = 0;
-    while (added < count && addPassage(state.records, wall))
+    while (added < passed && addPassage(state.records, wall))
         ++added;
     if (added == 0)
         return;

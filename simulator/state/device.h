@@ -82,7 +82,6 @@ private slots:
 private:
     void cancelEnrollment();
     void finishEnrollment();
-    void recordPassages(int count);
     bool hasEnrolled(quint32 userId) const
     {
         return enrolledUser == userId && enrolledPairs.size() == EnrollImages;

@@ -244,6 +244,7 @@ bool readState(Json::Value document, const DeviceOptions &options, State *state,
     State read;
     read.documents = factoryDocuments();
     exchangeState(archive, options, read);
+    keepNewest(read.records, options.ring);
     const bool isGood = archive.badMember().isEmpty();
     if (isGood)
         *state = read;

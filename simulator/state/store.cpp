@@ -86,11 +86,9 @@ bool Store::load(QString *error)
         return refuse(error, QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
     Json::Value document;
     QString reason = QStringLiteral("not a JSON object");
-    if (!parseObject(file.read(MaxBytes), &document) ||
-        !readState(std::move(document), device.options(), &device.state, &reason))
-        return refuse(error, QStringLiteral("Cannot use %1: %2").arg(path, reason));
-    keepNewest(device.state.records, device.options().ring);
-    return true;
+    return (parseObject(file.read(MaxBytes), &document) &&
+            readState(std::move(document), device.options(), &device.state, &reason)) ||
+           refuse(error, QStringLiteral("Cannot use %1: %2").arg(path, reason));
 }
 
 bool Store::write(QString *error) const
