@@ -80,7 +80,7 @@ const char *restingModeName(DeviceMode mode);
 /// Returns true for the modes in which people are recognised and pass.
 bool recognises(DeviceMode mode);
 
-/// What a terminal holds, and keeps when it is switched off.
+/// The persistent state of a terminal.
 struct State
 {
     /// The resting mode that was set last; restored after a reboot and at the next start.
