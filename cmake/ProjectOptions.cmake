@@ -15,6 +15,7 @@ else()
     target_compile_options(
         quirel_options
         INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+                  -Wzero-as-null-pointer-constant -Wredundant-decls
                   $<$<BOOL:${QUIREL_WERROR}>:-Werror>)
 endif()
 
