@@ -1,7 +1,11 @@
 # Compile options of all targets.
-option(QUIREL_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
-option(QUIREL_FUZZ "Build only the fuzz targets, with libFuzzer (needs clang)" OFF)
+option(QUIREL_SANITIZE "Build with clang's sanitizers, and the fuzz targets" OFF)
 option(QUIREL_WERROR "Treat warnings as errors" OFF)
+
+find_program(QUIREL_CCACHE ccache)
+if(QUIREL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${QUIREL_CCACHE})
+endif()
 
 add_library(quirel_options INTERFACE)
 target_compile_definitions(quirel_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
@@ -20,10 +24,7 @@ else()
 endif()
 
 if(QUIREL_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=undefined
+                        -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
-endif()
-
-if(QUIREL_FUZZ)
-    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

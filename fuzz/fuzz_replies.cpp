@@ -1,11 +1,12 @@
 /// Gives a reply to every command: the first byte chooses the command, the rest is the reply.
 
-#include "fuzz/harness.h"
 #include "testkit/commandcases.h"
+#include "testkit/replayclient.h"
+
+#include <QTextEdit>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    harness::prepareApplication();
     static auto &log = *new QTextEdit;
     static auto &client = *new ReplayClient(&log);
     if (size == 0)

@@ -1,13 +1,11 @@
 /// Feeds requests to the simulated terminal in pieces; the first byte sets the size of a piece.
 
-#include "fuzz/harness.h"
 #include "simulator/commands/command.h"
 
 #include <QBuffer>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    harness::prepareApplication();
     if (size == 0)
         return 0;
     const QByteArray stream(reinterpret_cast<const char *>(data) + 1, static_cast<int>(size) - 1);
