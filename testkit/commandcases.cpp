@@ -46,7 +46,7 @@ CommandCase value(const char *name, const char *request, const char *reply, cons
     return {name, call, hex(request), hex(reply), hex(result), silent};
 }
 
-/// A command that returns four bytes of text.
+/// A command that returns four bytes of text; getVendorConfig gets a buffer of just that size.
 CommandCase text(const char *name, const char *request, const Call &call)
 {
     return {name, call, hex(request), hex("EAC5 000005 00 7B22617D"), "{\"a}", Logged};
@@ -127,7 +127,7 @@ std::vector<CommandCase> documentCases()
         text("getUserConfig", "EAC5 000001 16", textCall(&CmdClient::getUserConfig, 3076)),
         ack("setUserConfig", hex("EAC5 000010 15") + R"({"recg mode":1})", Logged,
             &CmdClient::setUserConfig, R"({"recg mode":1})", 15),
-        text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 3076)),
+        text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 4)),
         ack("setVendorConfig", hex("EAC5 000020 19") + R"({"dev info":{"sound volume":9}})", Logged,
             &CmdClient::setVendorConfig, R"({"dev info":{"sound volume":9}})", 31),
         text("getOutputConfig", "EAC5 000001 1A", textCall(&CmdClient::getOutputConfig, 3076)),
