@@ -8,6 +8,7 @@
 #include <QNetworkProxy>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTextEdit>
 
 namespace {
 
@@ -40,6 +41,8 @@ public:
     QByteArray reply;
     QByteArray request;
 
+    QTextEdit *const log;
+
 private:
     bool connectPeer(const std::function<bool()> &complete, int milliseconds)
     {
@@ -67,7 +70,6 @@ private:
         return complete();
     }
 
-    QTextEdit *log;
     QTcpSocket *peer = nullptr; ///< owned by the server
 };
 
@@ -82,6 +84,7 @@ ReplayClient::ReplayClient(Host *newHost)
 {
     host->socket = findChild<QTcpSocket *>();
     connectToDevice("127.0.0.1", host->server.serverPort());
+    host->log->clear();
 }
 
 void ReplayClient::setReply(const QByteArray &bytes)

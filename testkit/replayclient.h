@@ -11,7 +11,7 @@ class ReplayClient : public CmdClient
     Q_OBJECT
 
 public:
-    /// Writes to a log that the caller owns.
+    /// Clears a log that the caller owns, and writes to it.
     explicit ReplayClient(QTextEdit *log);
 
     void setReply(const QByteArray &bytes);

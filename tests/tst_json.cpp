@@ -7,48 +7,37 @@ class TestJson : public QObject
     Q_OBJECT
 
 private slots:
-    void reads_data();
     void reads();
 };
 
-void TestJson::reads_data()
+namespace {
+
+/// Returns the member "key" of a document as a text and as a number.
+QString read(const QByteArray &document)
 {
-    QTest::addColumn<QByteArray>("document");
-    QTest::addColumn<bool>("parsed");
-    QTest::addColumn<QVariant>("text"); // invalid if the member cannot be read as this type
-    QTest::addColumn<QVariant>("number");
-
-    const auto unparsed = [](const char *name, const QByteArray &document) {
-        QTest::newRow(name) << document << false << QVariant() << QVariant();
-    };
-    unparsed("nested-arrays", QByteArray(100000, '[') + QByteArray(100000, ']'));
-    unparsed("nested-objects", QByteArray(R"({"a":)").repeated(100000));
-    unparsed("ends-before-the-bytes-do", QByteArray::fromRawData("[12]", 3));
-
-    const auto row = [](const char *document, const QVariant &text, const QVariant &number) {
-        QTest::newRow(document) << QByteArray(document) << true << text << number;
-    };
-    const QVariant none;
-    row("[[[[[[[[[[]]]]]]]]]]", none, none);
-    row(R"({"key": "a\u0000b"})", QString::fromLatin1("a\0b", 3), none);
-    row(R"({"key": "\u5f20三"})", "张三", none);
-    row(R"({"key": -2147483648})", "-2147483648", -2147483647 - 1);
-    row(R"({"key": 2147483648})", "2147483648", none);
-    row(R"({"key": -1.5})", "-1.5", -1);
-    row(R"({"key": null})", "", 0);
-    row(R"({"key": [1]})", none, none);
+    Json::Value root("what was there before");
+    if (!json::parse(document.constData(), static_cast<size_t>(document.size()), &root))
+        return root.isNull() ? "refused" : "refused, but changed";
+    const auto text = json::text(root, "key");
+    const auto number = json::number(root, "key");
+    return text.value_or("none") + ", " + (number ? QString::number(*number) : "none");
 }
+
+} // namespace
 
 void TestJson::reads()
 {
-    QFETCH(QByteArray, document);
-    Json::Value root("what was there before");
-    QTEST(json::parse(document.constData(), static_cast<size_t>(document.size()), &root), "parsed");
-    QVERIFY(!root.isString());
-    const auto text = json::text(root, "key");
-    const auto number = json::number(root, "key");
-    QTEST(text ? QVariant(*text) : QVariant(), "text");
-    QTEST(number ? QVariant(*number) : QVariant(), "number");
+    QCOMPARE(read(QByteArray(100000, '[') + QByteArray(100000, ']')), QString("refused"));
+    QCOMPARE(read(QByteArray(R"({"key":)").repeated(100000)), QString("refused"));
+    QCOMPARE(read(QByteArray::fromRawData("[12]", 3)), QString("refused"));
+    QCOMPARE(read("[[[[[[[[[[]]]]]]]]]]"), QString("none, none"));
+    QCOMPARE(read(R"({"key": "a\u0000b"})"), QString::fromLatin1("a\0b, none", 9));
+    QCOMPARE(read(R"({"key": "\u5f20三"})"), QString("张三, none"));
+    QCOMPARE(read(R"({"key": -2147483648})"), QString("-2147483648, -2147483648"));
+    QCOMPARE(read(R"({"key": 2147483648})"), QString("2147483648, none"));
+    QCOMPARE(read(R"({"key": -1.5})"), QString("-1.5, -1"));
+    QCOMPARE(read(R"({"key": null})"), QString(", 0"));
+    QCOMPARE(read(R"({"key": [1]})"), QString("none, none"));
 }
 
 QTEST_GUILESS_MAIN(TestJson)
