@@ -29,6 +29,39 @@ Call filling(size_t capacity, const Filling &call)
     };
 }
 
+Call textCall(bool (CmdClient::*get)(char *, uint32_t *, size_t), size_t capacity)
+{
+    return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *length) {
+        return (client.*get)(reinterpret_cast<char *>(out), length, capacity);
+    });
+}
+
+Call userListCall(size_t capacity)
+{
+    return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *length) {
+        return client.getUserList(out, length, capacity);
+    });
+}
+
+Call recordPageCall(size_t capacity)
+{
+    return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *count) {
+        const bool ok = client.getMonthRecords(2026, 3, out, capacity, 1, count);
+        if (ok)
+            *count *= 100; // bytes of a record
+        return ok;
+    });
+}
+
+/// A command without outputs. Pointers must stay valid.
+template <class... Wanted, class... Given>
+Call plainCall(bool (CmdClient::*command)(Wanted...), Given... given)
+{
+    return [=](CmdClient &client, QByteArray *) {
+        return (client.*command)(static_cast<Wanted>(given)...);
+    };
+}
+
 template <class... Wanted, class... Given>
 CommandCase ack(const char *name, const QByteArray &request, bool silent,
                 bool (CmdClient::*command)(Wanted...), Given... given)
@@ -46,7 +79,7 @@ CommandCase value(const char *name, const char *request, const char *reply, cons
     return {name, call, hex(request), hex(reply), hex(result), silent};
 }
 
-/// A command that returns four bytes of text; getVendorConfig gets a buffer of just that size.
+/// A command that returns four bytes of text.
 CommandCase text(const char *name, const char *request, const Call &call)
 {
     return {name, call, hex(request), hex("EAC5 000005 00 7B22617D"), "{\"a}", Logged};
@@ -127,7 +160,7 @@ std::vector<CommandCase> documentCases()
         text("getUserConfig", "EAC5 000001 16", textCall(&CmdClient::getUserConfig, 3076)),
         ack("setUserConfig", hex("EAC5 000010 15") + R"({"recg mode":1})", Logged,
             &CmdClient::setUserConfig, R"({"recg mode":1})", 15),
-        text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 4)),
+        text("getVendorConfig", "EAC5 000001 18", textCall(&CmdClient::getVendorConfig, 3076)),
         ack("setVendorConfig", hex("EAC5 000020 19") + R"({"dev info":{"sound volume":9}})", Logged,
             &CmdClient::setVendorConfig, R"({"dev info":{"sound volume":9}})", 31),
         text("getOutputConfig", "EAC5 000001 1A", textCall(&CmdClient::getOutputConfig, 3076)),
@@ -196,30 +229,6 @@ std::vector<CommandCase> recordAndQrCases()
 }
 
 } // namespace
-
-Call textCall(bool (CmdClient::*get)(char *, uint32_t *, size_t), size_t capacity)
-{
-    return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *length) {
-        return (client.*get)(reinterpret_cast<char *>(out), length, capacity);
-    });
-}
-
-Call userListCall(size_t capacity)
-{
-    return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *length) {
-        return client.getUserList(out, length, capacity);
-    });
-}
-
-Call recordPageCall(size_t capacity)
-{
-    return filling(capacity, [=](CmdClient &client, uint8_t *out, uint32_t *count) {
-        const bool ok = client.getMonthRecords(2026, 3, out, capacity, 1, count);
-        if (ok)
-            *count *= 100; // bytes of a record
-        return ok;
-    });
-}
 
 const std::vector<CommandCase> &commandCases()
 {

@@ -23,17 +23,3 @@ struct CommandCase
 /// Every command once, in an order in which a terminal accepts each of them.
 const std::vector<CommandCase> &commandCases();
 const CommandCase &commandCase(const QByteArray &name);
-
-/// A command without outputs. Pointers must stay valid.
-template <class... Wanted, class... Given>
-Call plainCall(bool (CmdClient::*command)(Wanted...), Given... given)
-{
-    return [=](CmdClient &client, QByteArray *) {
-        return (client.*command)(static_cast<Wanted>(given)...);
-    };
-}
-
-/// Commands with an output buffer of this capacity, followed by a guard byte.
-Call textCall(bool (CmdClient::*get)(char *, uint32_t *, size_t), size_t capacity);
-Call userListCall(size_t capacity);
-Call recordPageCall(size_t capacity);
