@@ -1,51 +1,56 @@
 #pragma once
 
 #include "simulator/terminal.h"
+#include "testkit/bytes.h"
 
-#include <QByteArray>
-#include <QJsonObject>
 #include <QTcpSocket>
+#include <QtTest>
 
-QByteArray hex(const char *text);
-
-/// The whole request; 1 + payload.size() fits 16 bits.
-QByteArray request(int code, const QByteArray &payload);
-
-QByteArray addUser(const char *numbers, const QByteArray &name);
-QByteArray addCode(const QByteArray &note, const char *times, const QByteArray &data);
-/// A month's year and number as in a request.
-QByteArray monthBytes(int year, int month);
-
-/// A reply of one byte: a status, or the mode.
-QByteArray status(int code);
-
-/// The byte at an index, without sign.
-quint8 at(const QByteArray &bytes, int index);
-
-/// A simulated terminal that listens on a free port.
-class SimTerminal : public sim::Terminal
+/// Returns the bytes of hexadecimal digits and texts; 'text':64 is zero-padded to 64 bytes. Line
+/// breaks and the blanks behind them do not count.
+inline QByteArray bytesOf(QString notation)
 {
-public:
-    explicit SimTerminal(const sim::TerminalOptions &options = {});
-};
+    static const QRegularExpression lineBreak("\n *");
+    static const QRegularExpression field("'([^']*)'(?::([0-9]+))?");
+    notation.remove(lineBreak);
+    for (auto found = field.match(notation); found.hasMatch(); found = field.match(notation)) {
+        const QByteArray text = found.captured(1).toUtf8();
+        notation.replace(found.capturedStart(), found.capturedLength(),
+                         text.leftJustified(found.captured(2).toInt(), '\0').toHex());
+    }
+    return QByteArray::fromHex(notation.toLatin1());
+}
 
-/// A console that knows nothing but the length in a reply's head.
+/// A console that knows nothing but the head of a packet.
 class SimClient : public QTcpSocket
 {
 public:
-    explicit SimClient(const sim::Terminal &terminal);
+    /// A terminal that does not listen yet gets a free port.
+    explicit SimClient(sim::Terminal &terminal)
+    {
+        if (terminal.port() == 0)
+            terminal.listen(QHostAddress::LocalHost, 0);
+        connectToHost(QHostAddress::LocalHost, terminal.port());
+        waitForConnected();
+    }
 
-    void send(const QByteArray &bytes);
-    /// The next `size` bytes; fewer when the connection ended or no more came in time.
-    QByteArray take(int size);
-    /// The next whole reply; empty when none came in time.
-    QByteArray reply();
-    QByteArray ask(const QByteArray &request);
-    /// The document in the reply to a request in hex digits.
-    QJsonObject askJson(const char *request);
+    /// Returns the next `size` bytes; fewer if the connection ended or no more came in time.
+    QByteArray take(int size)
+    {
+        const QDeadlineTimer limit(10000);
+        while (bytesAvailable() < size && state() == ConnectedState && !limit.hasExpired())
+            QTest::qWait(1);
+        return read(size);
+    }
 
-    bool closed() const { return state() == UnconnectedState; }
-
-private:
-    QByteArray pending;
+    /// Sends a request, written for bytesOf() without its head, and returns the reply without its
+    /// head; nothing if it is not whole or its head is wrong.
+    QByteArray ask(const QString &request)
+    {
+        const QByteArray body = bytesOf(request);
+        write(head(body.size()) + body);
+        const QByteArray start = take(5);
+        const QByteArray reply = take(start.mid(2).toHex().toInt(nullptr, 16));
+        return start == head(reply.size()) ? reply : QByteArray();
+    }
 };
