@@ -1,0 +1,260 @@
+#include "app/language.h"
+#include "testkit/windowrig.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+#include <filesystem>
+
+class TestPictures : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void initMain() { qputenv("LC_ALL", "fa_IR.UTF-8"); } // a locale with other digits
+
+private slots:
+    void initTestCase() { useLanguage(); }
+    void init() { QVERIFY(QDir(QCoreApplication::applicationDirPath()).mkdir("img")); }
+    void cleanup() { folder().removeRecursively(); }
+    void startsStopsAndFails_data();
+    void startsStopsAndFails();
+    void pausesForACommandAndStopsForAConnect();
+    void showsFramesAndTheirPixels();
+    void showsRatesInTooltips();
+    void savesPng();
+    void savesRaw();
+
+private:
+    static QDir folder() { return QCoreApplication::applicationDirPath() + "/img"; }
+};
+
+namespace {
+
+struct Preview : WindowRig
+{
+    Preview()
+    {
+        servePictures();
+        peer.serve(hex("EAC5 000001 00"), hex("EAC5 000002 012C"));
+    }
+
+    const QTimer *timer() const
+    {
+        return window.findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    }
+    /// Runs the preview of this button until it has shown a picture.
+    void collect(const QByteArray &button) const
+    {
+        const int before = peer.servedCount();
+        click(button);
+        QTRY_VERIFY(peer.servedCount() >= before + 2);
+        click(button);
+    }
+    QImage shown(const QByteArray &label) const
+    {
+        return find<QLabel>(label)->pixmap(Qt::ReturnByValue).toImage();
+    }
+    /// Moves the mouse to a position on the palmprint's picture and returns the readout.
+    QString pixel(QPoint position) const
+    {
+        QMouseEvent move(QEvent::MouseMove, position, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(find<QLabel>("rgbImgLabel"), &move);
+        return labelText("pixelReadoutLabel");
+    }
+    QString tip(const QByteArray &name) const
+    {
+        QHelpEvent hint(QEvent::ToolTip, {}, {});
+        QCoreApplication::sendEvent(find<QWidget>(name), &hint);
+        return find<QWidget>(name)->toolTip();
+    }
+};
+
+QImage imageOf(const QByteArray &frame)
+{
+    QImage image(540, 720, QImage::Format_Grayscale8);
+    std::copy(frame.begin(), frame.end(), image.bits());
+    return image;
+}
+
+} // namespace
+
+void TestPictures::startsStopsAndFails_data()
+{
+    QTest::addColumn<int>("interval");
+    QTest::addColumn<QString>("running");
+    QTest::addColumn<QString>("failure");
+    const QString stop("Stop Collecting");
+    const QString failure("Image acquisition failed.");
+    QTest::newRow("showRgbBtnClickAct") << 10 << stop << "Palmprint image acquisition failed.";
+    QTest::newRow("showIrBtnClickAct") << 10 << stop << "Palm vein image acquisition failed.";
+    QTest::newRow("showMixBtnClickAct") << 10 << stop << failure;
+    QTest::newRow("getTofDistBtnClickAct") << 100 << "stop collecting" << failure;
+}
+
+void TestPictures::startsStopsAndFails()
+{
+    const QByteArray button = QTest::currentDataTag();
+    const QByteArray other =
+        button == "showIrBtnClickAct" ? "showMixBtnClickAct" : "showIrBtnClickAct";
+    QFETCH(QString, running);
+    QFETCH(QString, failure);
+    Preview preview;
+    preview.connectToPeer();
+    const QString idle = preview.caption(button);
+    preview.click(button);
+    QCOMPARE(preview.caption(button), running);
+    QVERIFY(preview.isUsable(button) && !preview.isUsable(other));
+    QTEST(preview.timer()->interval(), "interval");
+    QTRY_VERIFY(preview.peer.servedCount() >= 3);
+    preview.click(button);
+    QCOMPARE(preview.caption(button), idle);
+    QVERIFY(preview.isUsable(other));
+    QVERIFY(!preview.timer()->isActive());
+
+    preview.peer.closeConnection();
+    preview.click("clearInfoTextBtnClickAct");
+    preview.click(button);
+    QTRY_VERIFY(!preview.timer()->isActive());
+    QCOMPARE(preview.infoLines(), (QStringList{"Fail to send the data packet：-1", failure}));
+    QCOMPARE(preview.caption(button), running);
+    preview.click(button); // only restores the caption
+    QCOMPARE(preview.caption(button), idle);
+    QVERIFY(!preview.timer()->isActive());
+}
+
+void TestPictures::pausesForACommandAndStopsForAConnect()
+{
+    Preview preview;
+    QMetaObject::invokeMethod(&preview.window, "enableConnAct");
+    preview.click("showIrBtnClickAct");
+    preview.connectToPeer(); // only a repeated connect stops the preview
+    QTRY_VERIFY(preview.peer.servedCount() >= 1);
+    const int before = preview.peer.servedCount();
+    // The peer would report a request before its answer, while the preview's timer expires.
+    preview.peer.expect({hex("EAC5 000001 10"), {hex("EAC5 000003 00"), "{}"}, false, 200});
+    preview.click("getUserListBtnClickAct");
+    QCOMPARE(preview.peer.servedCount(), before);
+    QCOMPARE(preview.infoLines().value(1), QString("Data reading succeeded：2"));
+    QTRY_VERIFY(preview.peer.servedCount() > before + 1);
+
+    preview.connectToPeer();
+    QVERIFY(!preview.timer()->isActive());
+    QCOMPARE(preview.caption("showIrBtnClickAct"), QString("Stop Collecting"));
+    preview.click("showMixBtnClickAct");
+    preview.click("closeBtnClickAct");
+    QVERIFY(!preview.timer()->isActive());
+}
+
+// The readout does not change before the first frame and outside of the picture.
+void TestPictures::showsFramesAndTheirPixels()
+{
+    Preview preview;
+    preview.connectToPeer();
+    const QImage empty = preview.shown("rgbImgLabel");
+    QCOMPARE(empty.pixel(0, 0), qRgb(192, 192, 192));
+    preview.collect("showIrBtnClickAct");
+    QCOMPARE(preview.shown("rgbImgLabel"), empty);
+    QCOMPARE(preview.pixel({10, 11}), QString("Pix(X, Y): value"));
+    preview.collect("showMixBtnClickAct");
+    const QImage scaled = imageOf(frame(1)).scaled(360, 480); // the nearest pixels
+    QCOMPARE(preview.shown("rgbImgLabel"), scaled.convertToFormat(QImage::Format_RGB32));
+    QCOMPARE(preview.pixel({359, 479}), QString("Pt[359, 479]: 213"));
+    for (const QPoint outside : {QPoint(360, 0), QPoint(0, 480), QPoint(-1, 5), QPoint(5, -1)})
+        QCOMPARE(preview.pixel(outside), QString("Pt[359, 479]: 213"));
+
+    // The keys move on from the last position, and not over the edge.
+    const auto press = [&preview](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(preview.find<QLabel>("irImgLabel"), key, modifiers);
+        return preview.labelText("pixelReadoutLabel");
+    };
+    press(Qt::Key_Right, Qt::ControlModifier);
+    press(Qt::Key_Down, Qt::ControlModifier);
+    QCOMPARE(press(Qt::Key_Down), QString("Pt[10, 11]: 125"));
+    press(Qt::Key_Left);
+    QCOMPARE(press(Qt::Key_Up, Qt::ControlModifier), QString("Pt[9, 1]: 55"));
+    for (int i = 0; i < 36; ++i)
+        press(Qt::Key_Right, Qt::ControlModifier);
+    QCOMPARE(press(Qt::Key_Right), QString("Pt[359, 1]: 78"));
+}
+
+void TestPictures::showsRatesInTooltips()
+{
+    Preview preview;
+    QCOMPARE(preview.tip("openBtnClickAct"),
+             QString("Socket: not connected\nLast reply: none yet"));
+    preview.connectToPeer();
+    const QRegularExpression connected("\\ASocket: connected\nLast reply: \\d+\\.\\d ms\\z");
+    QVERIFY(connected.match(preview.tip("openBtnClickAct")).hasMatch());
+    const QString still("540 × 720 pixels\n0 frames/s\n0.0 MB/s");
+    preview.click("showIrBtnClickAct");
+    const QRegularExpression form("\\A540 × 720 pixels\n(\\d+) frames/s\n(\\d+\\.\\d) MB/s\\z");
+    const auto rates = [&] { return form.match(preview.tip("irImgLabel")).capturedTexts(); };
+    QTRY_VERIFY(rates().value(1).toInt() >= 3);
+    const QStringList moving = rates();
+    QCOMPARE(moving[2], QString::number(moving[1].toInt() * 0.3888, 'f', 1));
+    QCOMPARE(preview.tip("rgbImgLabel"), still);
+    preview.click("showIrBtnClickAct");
+    QTRY_COMPARE(preview.tip("irImgLabel"), still);
+}
+
+// A picture that has been shown is not saved, except by the joint button.
+void TestPictures::savesPng()
+{
+    Preview preview;
+    preview.connectToPeer();
+    preview.collect("showIrBtnClickAct");
+    for (const char *button :
+         {"saveRgbPngBtnClickAct", "saveIrPngBtnClickAct", "saveMixPngBtnClickAct"})
+        preview.click(button);
+    preview.collect("showRgbBtnClickAct");
+    preview.click("saveRgbPngBtnClickAct");
+
+    const QString name = folder().entryList(QDir::Files).join(' ');
+    const QString time = name.mid(3, 12);
+    const QDateTime saved = QLocale::c().toDateTime("20" + time, "yyyyMMddHHmmss");
+    QVERIFY2(qAbs(saved.secsTo(QDateTime::currentDateTime())) < 60, qPrintable(name));
+    const QString line = "Image saved: " + QCoreApplication::applicationDirPath() + "\\img\\";
+    QCOMPARE(
+        preview.infoLines(),
+        (QStringList{line + "rgb_" + time + ".png", "Empty palm vein image, fail to save it.",
+                     line + "ir_" + time + ".png", "Empty palmprint image, fail to save it."}));
+    const QImage image(folder().filePath(name), "PNG");
+    QCOMPARE(image.convertToFormat(QImage::Format_Grayscale8), imageOf(frame(4)));
+}
+
+// The file name is encoded in UTF-8, and no suffix is added. A preview may run while the file
+// dialog is open.
+void TestPictures::savesRaw()
+{
+    QByteArray joint;
+    for (int row = 0; row < 720; ++row)
+        joint += frame(1).mid(540 * row, 540) + frame(4).mid(540 * row, 540);
+    const QString path = folder().filePath("Hände 手掌 \U0001F590 %1");
+    Preview preview;
+    preview.connectToPeer();
+    const auto save = [&](const char *button, const QString &caption, const char *collected) {
+        preview.click(button, {[&](QWidget *dialog) {
+                          const auto *files = qobject_cast<QFileDialog *>(dialog);
+                          QCOMPARE(files->windowTitle(), caption);
+                          QCOMPARE(files->directory(), folder());
+                          QCOMPARE(files->nameFilters(), QStringList("Text files (*.bin)"));
+                          QFile::remove(path);
+                          preview.collect(collected);
+                          answer::file(path)(dialog);
+                      }});
+        return contentOf(path);
+    };
+    QVERIFY(save("saveRgbRawBtnClickAct", "save palmprint RAW image", "showRgbBtnClickAct") ==
+            frame(1));
+    QVERIFY(save("saveIrRawBtnClickAct", "save palm vein RAW image", "showIrBtnClickAct") ==
+            frame(4));
+    QVERIFY(save("saveMixRawBtnClickAct", "save joint RAW image", "showMixBtnClickAct") == joint);
+    QVERIFY(std::filesystem::exists(std::filesystem::u8path(path.toStdString())));
+    preview.click("saveMixRawBtnClickAct", {answer::close()});
+    const QString line = "Image saved：" + path;
+    QCOMPARE(preview.infoLines(), (QStringList{line, line, line, "Fail to save the image."}));
+}
+
+QTEST_MAIN(TestPictures)
+#include "tst_pictures.moc"
