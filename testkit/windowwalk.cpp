@@ -63,9 +63,9 @@ QList<QWidget *> focusableIn(const QWidget *window)
     return found;
 }
 
-QSet<QWidget *> tabThrough(const QList<QWidget *> &controls)
+QStringList unreachedByTab(const QList<QWidget *> &controls)
 {
-    QSet<QWidget *> reached;
+    QList<QWidget *> unreached = controls;
     controls.first()->setFocus();
     for (int i = 0; i < controls.size(); ++i) {
         QWidget *focused = QApplication::focusWidget();
@@ -73,7 +73,10 @@ QSet<QWidget *> tabThrough(const QList<QWidget *> &controls)
         for (int field = 0; focused == QApplication::focusWidget() && field < MaxFields; ++field)
             QTest::keyClick(focused, Qt::Key_Tab);
         if (!QApplication::focusWidget()->visibleRegion().isEmpty())
-            reached.insert(QApplication::focusWidget());
+            unreached.removeOne(QApplication::focusWidget());
     }
-    return reached;
+    QStringList names;
+    for (const QWidget *control : unreached)
+        names.append(control->objectName());
+    return names;
 }

@@ -2,8 +2,7 @@
 
 #include "testkit/dialogrig.h"
 
-#include <QList>
-#include <QSet>
+#include <QStringList>
 
 /// A window that the console opens.
 struct WindowKind
@@ -20,5 +19,6 @@ const QList<WindowKind> &windowKinds();
 /// Controls that take the focus, without the parts that they consist of.
 QList<QWidget *> focusableIn(const QWidget *window);
 
-/// Presses Tab from the first control on and returns the visible controls that get the focus.
-QSet<QWidget *> tabThrough(const QList<QWidget *> &controls);
+/// Presses Tab from the first control on and returns the names of the controls that do not get the
+/// focus or are not visible then.
+QStringList unreachedByTab(const QList<QWidget *> &controls);

@@ -9,40 +9,9 @@
 
 Q_DECLARE_METATYPE(const WindowKind *)
 
-/// Requirements for every window in every language, without a display and on screens of several
-/// sizes and scales.
-class TestWindows : public QObject
-{
-    Q_OBJECT
-
-public:
-    static void initMain() { prepareScaling(); }
-
-private slots:
-    void initTestCase() { prepareAppearance(); }
-    void cleanup() { qDeleteAll(qApp->findChildren<QTranslator *>()); }
-    void showsWholeTexts_data() { listWindows(); }
-    void showsWholeTexts();
-    void canBeUsedByKeyboard_data() { listWindows(); }
-    void canBeUsedByKeyboard();
-    void followsTheFont();
-    void usesTheScreen();
-    void usesTheFirstKnownLanguage();
-    void disconnectsInChinese();
-
-private:
-    static void listWindows();
-};
-
 namespace {
 
-constexpr int ComboArrow = 20; // pixels
-
-/// Qt's offscreen platform reports a screen, too.
-bool hasScreen()
-{
-    return QGuiApplication::platformName() != "offscreen";
-}
+constexpr int ArrowWidth = 20; // at least, in a combo box
 
 QString shownText(const QWidget *widget)
 {
@@ -66,9 +35,7 @@ bool changesByWheel(QSpinBox *box)
     return box->value() != box->minimum();
 }
 
-} // namespace
-
-void TestWindows::listWindows()
+void listWindows()
 {
     QTest::addColumn<const WindowKind *>("kind");
     QTest::addColumn<QString>("language");
@@ -78,6 +45,29 @@ void TestWindows::listWindows()
     }
 }
 
+} // namespace
+
+/// Requirements for every window in every language, without a display and on screens of several
+/// sizes and scales.
+class TestWindows : public QObject
+{
+    Q_OBJECT
+
+public:
+    static void initMain() { prepareScaling(); }
+
+private slots:
+    void initTestCase() { prepareAppearance(); }
+    void cleanup() { qDeleteAll(qApp->findChildren<QTranslator *>()); }
+    void showsWholeTexts_data() { listWindows(); }
+    void showsWholeTexts();
+    void canBeUsedByKeyboard_data() { listWindows(); }
+    void canBeUsedByKeyboard();
+    void followsTheFont();
+    void usesTheScreen();
+    void usesTheFirstKnownLanguage();
+};
+
 // No text is cut, and no widgets overlap.
 void TestWindows::showsWholeTexts()
 {
@@ -85,17 +75,15 @@ void TestWindows::showsWholeTexts()
     QFETCH(QString, language);
     useLanguage({language});
     const DialogRig rig(kind->make);
-    if (language == "en-GB")
-        QCOMPARE(rig.dialog->windowTitle(), QString(kind->title));
-    const QSize size = rig.dialog->size();
-    QCOMPARE(kind->size.isValid() ? kind->size : size, size);
+    QVERIFY(language == "zh-CN" || rig.dialog->windowTitle() == kind->title);
+    QVERIFY(!kind->size.isValid() || rig.dialog->size() == kind->size);
     QCOMPARE(rig.dialog->minimumSize(), rig.dialog->maximumSize());
 
     for (const QWidget *widget : rig.dialog->findChildren<QWidget *>()) {
         QVERIFY2(fits(widget, shownText(widget)), qPrintable(shownText(widget)));
         const auto *combo = qobject_cast<const QComboBox *>(widget);
         for (int i = 0; combo && !combo->inherits("ElidingComboBox") && i < combo->count(); ++i)
-            QVERIFY2(fits(combo, combo->itemText(i), ComboArrow), qPrintable(combo->itemText(i)));
+            QVERIFY2(fits(combo, combo->itemText(i), ArrowWidth), qPrintable(combo->itemText(i)));
         QRegion covered;
         for (const QWidget *child :
              widget->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -119,21 +107,19 @@ void TestWindows::canBeUsedByKeyboard()
     QWidget *const window = rig.dialog.get();
     window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(window));
-    if (hasScreen())
+    if (QGuiApplication::platformName() != "offscreen") // which reports a small screen
         QTRY_VERIFY(window->screen()->availableGeometry().contains(window->frameGeometry()));
     QTRY_VERIFY(focusableIn(window).size() >= 2); // moved controls are shown with the next events
     const QList<QWidget *> controls = focusableIn(window);
-    QSet<QWidget *> reached = tabThrough(controls);
     for (QWidget *control : controls) {
         const QString name =
             QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
         // Qt uses the group's title for a control without a name.
-        const bool isBorrowed = control->accessibleName().isEmpty() &&
-                                control->parentWidget()->inherits("QGroupBox") &&
-                                name == shownText(control->parentWidget());
-        QVERIFY2(!isBorrowed && !name.trimmed().isEmpty(), qPrintable(control->objectName()));
-        QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
+        const bool isBorrowed =
+            control->accessibleName().isEmpty() && name == shownText(control->parentWidget());
+        QVERIFY2(!isBorrowed && !name.isEmpty(), qPrintable(control->objectName()));
     }
+    QCOMPARE(unreachedByTab(controls), QStringList());
 
     auto *fit = window->findChild<ScreenFit *>();
     if (!fit)
@@ -145,16 +131,13 @@ void TestWindows::canBeUsedByKeyboard()
     fit->fitInto(full * 2 / 3);
     QCOMPARE(window->maximumSize(), full * 2 / 3);
     QTRY_COMPARE(focusableIn(window), controls);
-    reached = tabThrough(controls);
-    for (QWidget *control : controls)
-        QVERIFY2(reached.contains(control), qPrintable(control->objectName()));
+    QCOMPARE(unreachedByTab(controls), QStringList());
     auto *port = window->findChild<QSpinBox *>("portSpinBox"); // of the main window
     QVERIFY(!port || !changesByWheel(port));
     fit->fitInto(full);
     QCOMPARE(window->size(), full);
     QVERIFY(!port || changesByWheel(port) == isWhole);
-    if (isWhole)
-        QCOMPARE(window->findChild<QScrollArea *>()->widget()->size(), full);
+    QVERIFY(!isWhole || window->findChild<QScrollArea *>()->widget()->size() == full);
 }
 
 void TestWindows::followsTheFont()
@@ -162,32 +145,28 @@ void TestWindows::followsTheFont()
     MainWindow window;
     window.show();
     const int before = window.height();
-    const QFont font = QApplication::font();
-    QFont larger = font;
-    larger.setPixelSize(2 * font.pixelSize());
+    QFont larger = QApplication::font();
+    larger.setPixelSize(2 * larger.pixelSize());
     QApplication::setFont(larger);
     QTRY_VERIFY(window.height() > before);
     QCOMPARE(window.size(), window.sizeHint());
-    QApplication::setFont(font);
+    prepareAppearance();
 }
 
 // Pictures use all pixels of a screen with a higher scale, and dialogs leave the logs uncovered.
 void TestWindows::usesTheScreen()
 {
-    if (!hasScreen())
+    if (QGuiApplication::platformName() == "offscreen")
         QSKIP("The main window is larger than the screen of this platform.");
-    const double scale = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble();
     WindowRig rig;
     rig.window.show();
     rig.window.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&rig.window));
-    const QPixmap icon = QApplication::windowIcon().pixmap(rig.window.windowHandle(), {32, 32});
-    QCOMPARE(icon.width(), qRound(32 * scale));
     rig.servePictures();
     rig.connectToPeer();
     rig.click("showRgbBtnClickAct");
     QTRY_COMPARE(rig.find<QLabel>("rgbImgLabel")->pixmap(Qt::ReturnByValue).width(),
-                 scale > 1 ? 540 : 360);
+                 qEnvironmentVariable("QT_SCALE_FACTOR") == "1" ? 360 : 540);
     rig.click("showRgbBtnClickAct");
     const auto check = [&rig](QWidget *dialog) {
         const QRect place = dialog->frameGeometry();
@@ -213,16 +192,11 @@ void TestWindows::usesTheFirstKnownLanguage()
         QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel") != "Cancel", isChinese);
         cleanup();
     }
-}
-
-// After the first click the caption that the second one compares is not translated.
-void TestWindows::disconnectsInChinese()
-{
     useLanguage({"zh-CN"});
     WindowRig rig;
     rig.connectToPeer();
     rig.click("closeBtnClickAct");
-    QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect"));
+    QCOMPARE(rig.caption("openBtnClickAct"), QString("Connect")); // never translated
     rig.click("closeBtnClickAct");
     QCOMPARE(rig.infoLines().size(), 2);
 }
