@@ -94,10 +94,10 @@ void TestPictures::startsStopsAndFails()
     QTRY_VERIFY(preview.peer.servedCount() >= 3);
     preview.click(button);
     QCOMPARE(preview.caption(button), idle);
-    QVERIFY(preview.isUsable("showMixBtnClickAct"));
-    QVERIFY(!preview.timer->isActive());
+    QVERIFY(preview.isUsable("showMixBtnClickAct") && !preview.timer->isActive());
 
     preview.peer.closeConnection();
+    QTRY_VERIFY(preview.tip("openBtnClickAct").startsWith("Socket: not connected"));
     preview.click("clearInfoTextBtnClickAct");
     preview.click(button);
     QTRY_VERIFY(!preview.timer->isActive());
