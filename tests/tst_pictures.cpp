@@ -13,7 +13,7 @@ public:
 
 private slots:
     void initTestCase() { useLanguage(); }
-    void init() { QVERIFY(QDir(QCoreApplication::applicationDirPath()).mkdir("img")); }
+    void init() { QVERIFY(folder().removeRecursively() && folder().mkpath(".")); }
     void cleanup() { folder().removeRecursively(); }
     void startsStopsAndFails_data();
     void startsStopsAndFails();
