@@ -2,7 +2,7 @@
 
 #include <QFile>
 
-QByteArray hex(const char *digits)
+QByteArray hex(const QByteArray &digits)
 {
     return QByteArray::fromHex(digits);
 }
@@ -13,6 +13,11 @@ QByteArray head(int following)
     for (const int shift : {16, 8, 0})
         bytes.append(static_cast<char>(following >> shift));
     return bytes;
+}
+
+QByteArray replyWith(const QByteArray &data)
+{
+    return head(data.size() + 1) + '\0' + data;
 }
 
 QList<QByteArray> bytewise(const QByteArray &bytes)

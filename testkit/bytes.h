@@ -5,9 +5,11 @@
 #include <QString>
 
 /// Parses hexadecimal digits; blanks between them are ignored.
-QByteArray hex(const char *digits);
+QByteArray hex(const QByteArray &digits);
 /// Returns the first five bytes of a packet whose length field is `following`.
 QByteArray head(int following);
+/// Returns a whole reply of status 0 with this data.
+QByteArray replyWith(const QByteArray &data);
 /// Splits the bytes into pieces of one byte.
 QList<QByteArray> bytewise(const QByteArray &bytes);
 

@@ -43,8 +43,21 @@ struct DialogRig : Link
     {
         return drive::find<Widget>(dialog.get(), name);
     }
+    QVariant value(const QString &control) const
+    {
+        return drive::value(dialog.get(), control.toLatin1());
+    }
+    void setValue(const QString &control, const QVariant &value) const
+    {
+        drive::setValue(dialog.get(), control.toLatin1(), value);
+    }
     void click(const QByteArray &button) const { drive::click(dialog.get(), button); }
-    QStringList lines() const { return drive::lines(&log); }
+    /// Returns the lines of the link's log, or those of the log that the main window has.
+    QStringList lines() const
+    {
+        const auto *own = dialog->findChild<QTextEdit *>("infoText");
+        return drive::lines(own ? own : &log);
+    }
 
     std::unique_ptr<QWidget> dialog;
 };

@@ -1,6 +1,7 @@
 #include "testkit/drive.h"
 
 #include <QAbstractButton>
+#include <QMetaProperty>
 #include <QTextEdit>
 #include <QtTest>
 
@@ -30,6 +31,19 @@ void drive::clickCaption(const QWidget *window, const QString &caption)
         }
     }
     fail(QStringLiteral("There is no button ") + caption);
+}
+
+QVariant drive::value(const QWidget *window, const QByteArray &control)
+{
+    const auto *widget = find<QWidget>(window, control);
+    return widget->metaObject()->userProperty().read(widget);
+}
+
+void drive::setValue(const QWidget *window, const QByteArray &control, const QVariant &value)
+{
+    auto *widget = find<QWidget>(window, control);
+    if (!widget->metaObject()->userProperty().write(widget, value))
+        fail(QLatin1String(control) + QStringLiteral(" takes no such value"));
 }
 
 void drive::type(const QWidget *window, const QByteArray &field, const QString &text)

@@ -25,6 +25,9 @@ template <class Widget> Widget *find(const QWidget *window, const QByteArray &na
 void click(const QWidget *window, const QByteArray &button);
 /// Clicks a button that has no name of its own, such as those of message boxes.
 void clickCaption(const QWidget *window, const QString &caption);
+/// Reads or sets a control's value: the text of a field, the number of a spin box and so on.
+QVariant value(const QWidget *window, const QByteArray &control);
+void setValue(const QWidget *window, const QByteArray &control, const QVariant &value);
 /// Replaces the text of a field.
 void type(const QWidget *window, const QByteArray &field, const QString &text);
 

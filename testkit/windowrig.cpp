@@ -4,6 +4,30 @@
 #include <QLineEdit>
 #include <QSpinBox>
 
+namespace {
+
+void announce(ScriptedPeer *peer)
+{
+    peer->expect({hex("EAC5 000007 08 7F000001 EAB6"), {hex("EAC5 000001 00")}});
+}
+
+void setAddress(const QWidget *window, quint16 port)
+{
+    drive::find<QLineEdit>(window, "hostEdit")->setText("127.0.0.1");
+    drive::find<QSpinBox>(window, "portSpinBox")->setValue(port);
+    drive::find<QLineEdit>(window, "watchPortEdit")->setText("0");
+}
+
+void connectWindow(const QWidget *window, ScriptedPeer *peer)
+{
+    announce(peer);
+    for (const char *button :
+         {"openBtnClickAct", "clearInfoTextBtnClickAct", "clearWatchTextBtnClickAct"})
+        drive::click(window, button);
+}
+
+} // namespace
+
 QByteArray frame(int shift)
 {
     QByteArray bytes(388800, '\0');
@@ -14,17 +38,12 @@ QByteArray frame(int shift)
 
 WindowRig::WindowRig()
 {
-    find<QLineEdit>("hostEdit")->setText("127.0.0.1");
-    find<QSpinBox>("portSpinBox")->setValue(peer.port());
-    find<QLineEdit>("watchPortEdit")->setText("0");
+    setAddress(&window, peer.port());
 }
 
 void WindowRig::connectToPeer()
 {
-    expectAnnouncement();
-    click("openBtnClickAct");
-    click("clearInfoTextBtnClickAct");
-    click("clearWatchTextBtnClickAct");
+    connectWindow(&window, &peer);
 }
 
 void WindowRig::servePictures()
@@ -36,7 +55,7 @@ void WindowRig::servePictures()
 
 void WindowRig::expectAnnouncement()
 {
-    peer.expect({hex("EAC5 000007 08 7F000001 EAB6"), {hex("EAC5 000001 00")}});
+    announce(&peer);
 }
 
 QStringList WindowRig::enabledGroups() const
@@ -48,4 +67,12 @@ QStringList WindowRig::enabledGroups() const
     }
     titles.sort();
     return titles;
+}
+
+std::unique_ptr<QWidget> makeConnectedWindow(Link *link)
+{
+    auto window = std::make_unique<MainWindow>();
+    setAddress(window.get(), link->peer.port());
+    connectWindow(window.get(), &link->peer);
+    return window;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "testkit/console.h"
-#include "testkit/scriptedpeer.h"
+#include "testkit/dialogrig.h"
 
 /// A camera's frame whose neighbouring pixels differ; the shift makes different frames.
 QByteArray frame(int shift);
@@ -25,3 +25,6 @@ public:
 
     ScriptedPeer peer;
 };
+
+/// Makes the main window for a DialogRig: connected to the link's peer, with empty logs.
+std::unique_ptr<QWidget> makeConnectedWindow(Link *link);
