@@ -7,12 +7,19 @@ QByteArray hex(const QByteArray &digits)
     return QByteArray::fromHex(digits);
 }
 
+QByteArray bigEndian(int number, int width)
+{
+    return QByteArray::fromHex(QByteArray::number(number, 16).rightJustified(2 * width, '0'));
+}
+
 QByteArray head(int following)
 {
-    QByteArray bytes = hex("EAC5");
-    for (const int shift : {16, 8, 0})
-        bytes.append(static_cast<char>(following >> shift));
-    return bytes;
+    return hex("EAC5") + bigEndian(following, 3);
+}
+
+QByteArray replyWith(const QByteArray &data)
+{
+    return head(data.size() + 1) + '\0' + data;
 }
 
 QByteArray replyWith(const QByteArray &data)

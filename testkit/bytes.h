@@ -6,6 +6,8 @@
 
 /// Parses hexadecimal digits; blanks between them are ignored.
 QByteArray hex(const QByteArray &digits);
+/// Returns `width` bytes, the most significant first. The number is not negative and fits.
+QByteArray bigEndian(int number, int width);
 /// Returns the first five bytes of a packet whose length field is `following`.
 QByteArray head(int following);
 /// Returns a whole reply of status 0 with this data.

@@ -58,6 +58,19 @@ struct DialogRig : Link
         const auto *own = dialog->findChild<QTextEdit *>("infoText");
         return drive::lines(own ? own : &log);
     }
+    /// Clicks the button with this caption and returns the new log lines, joined with "|".
+    QString press(const QString &button)
+    {
+        log.clear();
+        drive::clickCaption(dialog.get(), button);
+        return lines().join('|');
+    }
+    /// The same for a button that sends this request.
+    QString press(const QString &button, const QByteArray &request, const QByteArray &reply)
+    {
+        peer.expect({request, {reply}});
+        return press(button);
+    }
 
     std::unique_ptr<QWidget> dialog;
 };

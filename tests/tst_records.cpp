@@ -1,147 +1,190 @@
-#include "tests/recordrig.h"
+#include "data/wholefile.h"
+#include "dialogs/accessrecorddlg.h"
+#include "simulator/faults/fault.h"
+#include "simulator/terminal.h"
+#include "testkit/dialogrig.h"
+
+#include <QDateEdit>
+#include <QtTest>
+
+#include <filesystem>
 
 class TestRecords : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void showsAPage_data();
-    void showsAPage();
-    void listsTheFiles_data();
-    void listsTheFiles();
-    void removes();
-    void reachesEveryMonth_data();
+    void showsRecords();
+    void listsAndDeletes();
     void reachesEveryMonth();
+    void exportsAMonth_data();
+    void exportsAMonth();
+    void exportsWholeMonthsOnly();
 };
 
-void TestRecords::showsAPage_data()
+namespace {
+
+// A month with one digit that can be chosen on any day of the year.
+const QDate Month(QDate::currentDate().year(), 3, 5);
+
+QByteArray record(int type, const QByteArray &date, const QByteArray &time, const QByteArray &user,
+                  const QByteArray &department)
 {
-    QTest::addColumn<QList<QByteArray>>("records");
-    QTest::addColumn<QStringList>("lines");
-    const auto row = [](const char *tag, const QList<QByteArray> &records,
-                        const QStringList &lines) { QTest::newRow(tag) << records << lines; };
-    row("none", {}, {});
-    row("types",
-        {record(0, "2026-11-01", "09:05:00", "张三", "Lab"), record(1, "a", "b", "c", "d"),
-         record(255, "", "", "", ""), record(2, "a", "b", "c", "d")},
-        {"Index0: (2026-11-01, 09:05:00, Palm, 张三, Lab)", "Index1: (a, b, Card, c, d)",
-         "Index2: (, , , , )", "Index3: (a, b, , c, d)"});
-    row("literal", {record(0, "<b>1</b>", "%1 %2", "ab", "&lt;%3")},
-        {"Index0: (<b>1</b>, %1 %2, Palm, ab, &lt;%3)"});
-    row("control-characters",
-        {record(0, "a\nIndex1: (b", "\x1B[2K\r", "\t\x7F\xC2\x85", "\xE2\x80\xA8\xE2\x80\xA9")},
-        {QString("Index0: (a%1Index1: (b, %1[2K%1, Palm, %1%1%1, %1%1)").arg(QChar(0xFFFD))});
-    row("behind-zero", {record(0, QByteArray("a\0b", 3), QByteArray("\0c", 2), "d", "e")},
-        {"Index0: (a, , Palm, d, e)"});
-    row("full-field", {record(0, QByteArray(16, 'a'), "b", "c", "d")},
-        {"Index0: (aaaaaaaaaaaaaaaab, b, Palm, c, d)"});
-    // The last field ends with the record, even without a zero.
-    row("full-record",
-        {record(0, QByteArray(16, '1'), QByteArray(16, '2'), QByteArray(32, '3'),
-                QByteArray(32, '4')),
-         record(1, "a", "b", "c", "d")},
-        {"Index0: (" + QString(16, '1') + QString(16, '2') + QString(32, '3') + QString(32, '4') +
-             ", " + QString(16, '2') + QString(32, '3') + QString(32, '4') + ", Palm, " +
-             QString(32, '3') + QString(32, '4') + ", " + QString(32, '4') + ")",
-         "Index1: (a, b, Card, c, d)"});
-    row("no-utf-8", {record(0, "\xFF", "b", "c", "d")},
-        {QString("Index0: (%1, b, Palm, c, d)").arg(QChar(0xFFFD))});
-    QList<QByteArray> many;
-    QStringList last;
-    for (int i = 0; i < 150; ++i) {
-        many << record(0, QByteArray::number(i), "b", "c", "d");
+    return bigEndian(type, 1) + "\xEE\xEE\xEE" + date.leftJustified(16, '\0') +
+           time.leftJustified(16, '\0') + user.leftJustified(32, '\0') +
+           department.leftJustified(32, '\0');
+}
+
+QByteArray page(const QByteArray &records)
+{
+    return replyWith(bigEndian(records.size() / 100, 2) + records);
+}
+
+QByteArray monthBytes()
+{
+    return bigEndian(Month.year(), 2) + '\3';
+}
+
+QByteArray pageRequest(int start)
+{
+    return hex("EAC5 000008 43") + monthBytes() + bigEndian(start, 4);
+}
+
+QString exportPath()
+{
+    return QCoreApplication::applicationDirPath() + Month.toString("'/record_'yyyy'_3.txt'");
+}
+
+struct RecordRig : DialogRig
+{
+    RecordRig()
+        : DialogRig(makeDialog<AccessRecordDlg>)
+    {
+        find<QDateEdit>("dateEdit")->setDate(Month);
+    }
+    ~RecordRig()
+    {
+        for (const char *end : {"", ".bak"})
+            std::filesystem::remove_all((exportPath() + end).toStdString());
+    }
+};
+
+} // namespace
+
+// The last 100 records are shown.
+void TestRecords::showsRecords()
+{
+    QByteArray records;
+    QString lines("The loaded data count：15003|Record loaded：150");
+    for (int i = 0; i < 147; ++i) {
+        records += record(0, "2026-11-01", QByteArray::number(i), "张三", "Lab");
         if (i >= 50)
-            last << QString("Index%1: (%1, b, Palm, c, d)").arg(i);
+            lines += QString("|Index%1: (2026-11-01, %1, Palm, 张三, Lab)").arg(i);
     }
-    row("150", many, last);
-}
-
-void TestRecords::showsAPage()
-{
-    QFETCH(QList<QByteArray>, records);
-    QFETCH(QStringList, lines);
+    records += record(2, "<b>1</b>", QByteArray("%1\0c", 4), "", "&lt;%3");
+    records += record(255, "a\nIndex1: (b", "\x1B[2K\r", "\t\x7F\xC2\x85", "\xE2\x80\xA8\xFF");
+    // A text without a zero ends with the record.
+    records += record(1, QByteArray(16, 'a'), QByteArray(16, 'b'), "c", QByteArray(32, 'd'));
+    lines += QString("|Index147: (<b>1</b>, %1, , , &lt;%3)"
+                     "|Index148: (a@Index1: (b, @[2K@, , @@@, @@)"
+                     "|Index149: (aaaaaaaaaaaaaaaabbbbbbbbbbbbbbbbc, bbbbbbbbbbbbbbbbc, Card, c, "
+                     "dddddddddddddddddddddddddddddddd)")
+                 .replace('@', QChar::ReplacementCharacter);
     RecordRig rig;
-    rig.peer.expect({pageRequest(0), {page(records)}});
-    rig.click("readRecordBtnClickAct");
-    const QStringList told{QString("The loaded data count：%1").arg(3 + 100 * records.size()),
-                           QString("Record loaded：%1").arg(records.size())};
-    QCOMPARE(rig.lines(), told + lines);
-
-    rig.log.clear();
-    rig.peer.expect({pageRequest(0), {hex("EAC5 000001 07")}});
-    rig.click("readRecordBtnClickAct");
-    QCOMPARE(rig.lines(), QStringList("Unknown error: 7"));
+    QCOMPARE(rig.press("Load Logs", pageRequest(0), page(records)), lines);
 }
 
-void TestRecords::listsTheFiles_data()
-{
-    QTest::addColumn<QByteArray>("document");
-    QTest::addColumn<QStringList>("lines");
-    const auto row = [](const char *tag, const QByteArray &document, const QStringList &lines) {
-        QTest::newRow(tag) << document << lines;
-    };
-    const QStringList unreadable("json parsing failed.");
-    row("files", R"({"record_files": ["record_2026_11.dat", "记录<b>%1"], "more": 1})",
-        {"record_2026_11.dat", "记录<b>%1"});
-    row("other-kinds", R"({"record_files": ["a", {}, ["b"], 7, "c"]})", {"a", "7", "c"});
-    row("empty", R"({"record_files": []})", {});
-    row("no-array", R"({"record_files": "a"})", {});
-    row("absent", "{}", {});
-    row("no-object", "[1]", unreadable);
-    row("no-json", "record", unreadable);
-    row("nothing", "", unreadable);
-}
-
-void TestRecords::listsTheFiles()
-{
-    QFETCH(QByteArray, document);
-    QFETCH(QStringList, lines);
-    RecordRig rig;
-    rig.peer.expect({hex("EAC5 000001 40"), {head(document.size() + 1) + '\0' + document}});
-    rig.click("getRecordFilesBtnClickAct");
-    QCOMPARE(rig.lines(), QStringList(QString("Data loaded：%1").arg(document.size())) + lines);
-}
-
-void TestRecords::removes()
+void TestRecords::listsAndDeletes()
 {
     RecordRig rig;
-    const QDate other = Month.addMonths(-7);
-    rig.find<QDateEdit>("dateEdit")->setDate(other);
-    for (const QByteArray &answer : {Ok, hex("EAC5 000001 05")}) {
-        rig.peer.expect({hex("EAC5 000004") + monthRequest("41", other), {answer}});
-        rig.click("delRecordBtnClickAct");
-        rig.peer.expect({hex("EAC5 000001 42"), {answer}});
-        rig.click("clearRecordBtnClickAct");
-    }
-    QCOMPARE(rig.lines(), QStringList({"Record deleted.", "Record cleared.", "Unknown error.",
-                                       "Unknown error."}));
-}
-
-void TestRecords::reachesEveryMonth_data()
-{
-    QTest::addColumn<QDate>("today");
-    for (const char *day : {"2026-11-23", "2026-12-31", "2027-01-31", "2027-03-30", "2027-03-29",
-                            "2028-02-29", "2027-02-28", "2026-05-31"})
-        QTest::newRow(day) << QDate::fromString(day, Qt::ISODate);
+    QCOMPARE(rig.press("Acquire Logs", hex("EAC5 000001 40"),
+                       replyWith(R"({"record_files": ["a", {}, ["b"], 7, "<b>%1"], "more": 1})")),
+             QString("Data loaded：57|a|7|<b>%1"));
+    QCOMPARE(rig.press("Delete Logs", hex("EAC5 000004 41") + monthBytes(), hex("EAC5 000001 05")),
+             QString("Unknown error."));
 }
 
 // The day, which is not shown, is today's until a shorter month reduces it.
 void TestRecords::reachesEveryMonth()
 {
-    QFETCH(QDate, today);
-    QDateEdit edit;
-    AccessRecordDlg::prepareMonthEdit(&edit, today);
-    QCOMPARE(edit.date(), today);
-    const QDate first(today.year(), today.month(), 1);
-    for (int months = -37; months <= 13; ++months) {
-        const QDate month = first.addMonths(months);
-        for (const int day : {qMin(today.day(), month.daysInMonth()), qMin(today.day(), 28)}) {
-            edit.setDate(today);
-            const QDate date(month.year(), month.month(), day);
-            edit.setDate(date);
-            QCOMPARE(edit.date() == date, months >= -36 && months <= 12);
-        }
+    for (const QDate &today : {QDate(2026, 12, 31), QDate(2027, 3, 30), QDate(2028, 2, 29)}) {
+        QDateEdit edit;
+        AccessRecordDlg::prepareMonthEdit(&edit, today);
+        QCOMPARE(edit.date(), today);
+        const QDate shortened(today.year(), today.month(), 28);
+        QCOMPARE(edit.minimumDate(), shortened.addMonths(-36));
+        QCOMPARE(edit.maximumDate(), today.addMonths(12));
     }
+}
+
+void TestRecords::exportsAMonth_data()
+{
+    QTest::addColumn<int>("count"); ///< number of records; the row's tag is a fault
+    QTest::newRow("delay=0") << 0;
+    QTest::newRow("delay=1200") << 3000;
+    for (const char *fault : {"cut=299999,from=2,times=1", "status=9,from=2,times=40",
+                              "late,from=2,times=1", "double=1", "length=200003,from=2,times=1"})
+        QTest::newRow(fault) << 6001;
+}
+
+// The old file is kept if the new one is shorter.
+void TestRecords::exportsAMonth()
+{
+    QFETCH(int, count);
+    sim::Terminal terminal;
+    QVERIFY(terminal.listen(QHostAddress::LocalHost, 0));
+    sim::RecordBook &book = terminal.device().state.records;
+    const sim::Month month(Month.year(), 3);
+    book.months = {{month, {count}}};
+    sim::Fault fault;
+    QString error;
+    QVERIFY(sim::parseFault(QString("getMonthRecords:") + QTest::currentDataTag(), &fault, &error));
+    terminal.setFaults({{fault}});
+    RecordRig rig;
+    rig.client.connectToDevice("127.0.0.1", terminal.port());
+    QVERIFY(writeWholeFile(exportPath(), "old"));
+    const QString end = QString("Record loaded：%1|Record data saved to %2");
+    QVERIFY(rig.press("Export Logs").endsWith(end.arg(count % 3000).arg(exportPath())));
+    QString content;
+    for (int i = 0; i < count; ++i) {
+        const sim::AccessRecord expected = sim::recordAt(book, month, i);
+        const char *type = expected.type == sim::AccessRecord::Type::Card ? "Card" : "Palm";
+        content += QString("Index%1: (%2, %3, %4, %5)\n")
+                       .arg(i)
+                       .arg(expected.time.toString("yyyy-MM-dd, hh:mm:ss"), type, expected.userName,
+                            expected.department);
+    }
+    QVERIFY(contentOf(exportPath()) == content.toUtf8());
+    QCOMPARE(contentOf(exportPath() + ".bak"), QByteArray(count > 0 ? "no file" : "old"));
+}
+
+void TestRecords::exportsWholeMonthsOnly()
+{
+    using Exchange = ScriptedPeer::Exchange;
+    const auto sends = [](int start, const char *name, int count = 3000) {
+        return Exchange{pageRequest(start), {page(record(0, name, "b", "c", "d").repeated(count))}};
+    };
+    const auto exported = [](const QList<Exchange> &script) {
+        RecordRig rig;
+        for (const Exchange &exchange : script)
+            rig.peer.expect(exchange);
+        if (script.last().pieces.isEmpty()) // the operator ends the export
+            QTimer::singleShot(50, [&rig] { QTest::keyClick(rig.dialog.get(), Qt::Key_Escape); });
+        writeWholeFile(exportPath(), "old");
+        rig.press("Export Logs");
+        return contentOf(exportPath());
+    };
+    const Exchange first = sends(0, "a");
+    const Exchange again = sends(3000, "a");
+    QCOMPARE(exported({first, {pageRequest(3000), {}}}), QByteArray("old"));
+    QCOMPARE(exported({first, {pageRequest(3000), {"\xEA"}, true}}), QByteArray("old"));
+    QCOMPARE(exported({first, again, again, again}), QByteArray("old"));
+    QCOMPARE(exported({sends(0, "a", 3001)}), QByteArray("old"));
+    // The second copy of a page may come after the page that follows it.
+    const QByteArray whole =
+        exported({first, sends(3000, "second"), sends(6000, "a"), sends(6000, "third", 1)});
+    QVERIFY(whole.endsWith("\nIndex5999: (second, b, Palm, c, d)\n"
+                           "Index6000: (third, b, Palm, c, d)\n"));
 }
 
 QTEST_MAIN(TestRecords)
