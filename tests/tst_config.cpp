@@ -47,9 +47,7 @@ struct ConfigRig : DialogRig
     /// Loads the document and returns the log lines behind the first, which is always the same.
     QStringList load(const QByteArray &document)
     {
-        return press("Load", hex("EAC5 000001") + GetCodes[index], replyWith(document))
-            .split('|')
-            .mid(1);
+        return press("Load", head(1) + GetCodes[index], replyWith(document)).split('|').mid(1);
     }
     QString send(const char *button, const QByteArray &document, const QByteArray &reply = Ok)
     {
@@ -73,7 +71,7 @@ void TestConfig::showsValues_data()
     QTest::addColumn<QStringList>("wrong");  ///< log line for a refused value
     QTest::addColumn<QString>("typed");      ///< text after typing "1a.2 -3"; null: any
 
-    /// A tag has keys that behave alike, behind the initials of their dialogs. The last value is
+    /// The tag has keys that behave alike, each behind the initial of its dialog. The last value is
     /// also the one that is shown at first.
     const auto row = [](const char *tag, const QString &values, const QString &wrong = {},
                         const QString &typed = {}) {
@@ -159,13 +157,13 @@ void TestConfig::loadsAndSets_data()
 {
     QTest::addColumn<QByteArray>("document");
     QTest::addColumn<QByteArray>("sent");
-    /// In a form, ' stands for ", / for a line break and > for a tab. Without a document, what is
-    /// sent is also loaded, with one more character where a text has its greatest length.
-    const auto row = [](const char *tag, QByteArray form, QByteArray document = {}) {
+    /// In a form, ' stands for ", / for a line break and > for a tab. Without a document, the form
+    /// is also what is loaded. There, one text has a last character that exceeds its limit in the
+    /// middle, so that it is not sent.
+    const auto row = [](const char *tag, QByteArray form, const QByteArray &document = {}) {
         form.replace('\'', '"').replace('/', '\n').replace('>', '\t');
-        if (document.isEmpty())
-            document = QByteArray(form).replace("01\"", "01😀\"");
-        QTest::newRow(tag) << document << form;
+        const QByteArray same = QByteArray(form).replace("01\"", "01😀\"");
+        QTest::newRow(tag) << (document.isEmpty() ? same : document) << form;
     };
     row("output",
         "{/>'cfg output block' : />{/>>'record server ip' : '255.255.255.255',"
@@ -180,9 +178,8 @@ void TestConfig::loadsAndSets_data()
         "/>>'qrcode server port' : 3000,/>>'use card' : 1,/>>'use qrcode' : 1/>}/}");
     row("user",
         "{/>'auto reboot' : 1,/>'auto reboot time' : 61,/>'detect similar hand' : 1,"
-        "/>'gateway ip' : '10.0.0.1',/>'local ip' : '10.0.0.2',/>'local port' : 2,"
-        "/>'recg mode' : 3,/>'remote ip' : '10.0.0.3',/>'remote port' : 3,/>'use qrcode' : 2,"
-        "/>'user dev type' : 1/}");
+        "/>'gateway ip' : '1.1.1.1',/>'local ip' : '1.1.1.2',/>'local port' : 2,/>'recg mode' : 3,"
+        "/>'remote ip' : '1.1.1.3',/>'remote port' : 3,/>'use qrcode' : 2,/>'user dev type' : 1/}");
     row("vendor",
         "{/>'dev info' : />{/>>'dev location desc' : 'a',"
         "/>>'dev notes' : '1234567890123456789012345678901',/>>'manufacture name' : '张三',"
@@ -276,9 +273,6 @@ void TestConfig::usesClockAndSensor()
     QCOMPARE(rig.press("corr TOF bias", hex("EAC5 000003 0A 0384"), hex("EAC5 000001 41")),
              QString("Fail to set TOF correct value：A|TOF bias correct failed."));
     QCOMPARE(rig.press("corr TOF bias"), QString());
-    rig.client.disconnectFromDevice();
-    QVERIFY(rig.press("sync RTC time").endsWith("RTC time set failed."));
-    QVERIFY(rig.press("get RTC time").endsWith("Fail to get RTC."));
 }
 
 QTEST_MAIN(TestConfig)
