@@ -22,11 +22,6 @@ QByteArray replyWith(const QByteArray &data)
     return head(data.size() + 1) + '\0' + data;
 }
 
-QByteArray replyWith(const QByteArray &data)
-{
-    return head(data.size() + 1) + '\0' + data;
-}
-
 QList<QByteArray> bytewise(const QByteArray &bytes)
 {
     QList<QByteArray> pieces;
