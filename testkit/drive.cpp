@@ -9,6 +9,8 @@ namespace {
 
 constexpr int Timeout = 8000; // ms
 
+int failures = 0;
+
 } // namespace
 
 void drive::stayOffScreen()
@@ -67,8 +69,14 @@ void drive::waitFor(const std::function<bool()> &condition)
 
 void drive::fail(const QString &reason)
 {
+    ++failures;
     if (QTest::currentTestFunction())
         QTest::qFail(qPrintable(reason), __FILE__, __LINE__);
     else
         qWarning("%s", qPrintable(reason));
+}
+
+int drive::failureCount()
+{
+    return failures;
 }

@@ -37,7 +37,9 @@ QStringList lines(const QTextEdit *log);
 /// Processes events until the condition holds. Reports a failure after 8 s.
 void waitFor(const std::function<bool()> &condition);
 
-/// Fails the running test; prints a warning in a program that is not a test.
+/// Fails the running test. In a program that is not a test, prints a warning.
 void fail(const QString &reason);
+/// Returns the number of calls of fail().
+int failureCount();
 
 } // namespace drive

@@ -138,11 +138,12 @@ void addDisconnectStep(std::vector<Step> *steps)
 
 bool perform(const Step &step, Console *console, const QString &picturePath, int milliseconds)
 {
+    const int failures = drive::failureCount();
     console->beginStep(picturePath);
     step.act(*console);
     const bool done = QTest::qWaitFor([&] { return step.succeeded(*console); }, milliseconds);
     const bool saved = console->savePicture();
-    return done && saved;
+    return done && saved && drive::failureCount() == failures;
 }
 
 bool anyMatch(const QStringList &lines, const char *pattern)

@@ -15,7 +15,8 @@ struct Step
     std::function<bool(const Console &)> succeeded;
 };
 
-/// Returns false if the step does not succeed in time or its picture cannot be saved.
+/// Returns false if the step does not succeed in time, a dialog opens that the step does not
+/// expect, or the picture cannot be saved.
 bool perform(const Step &step, Console *console, const QString &picturePath, int milliseconds);
 
 /// Returns all steps of a session, from the first connection to the disconnect. Files that a step

@@ -11,6 +11,7 @@
 #include <QAbstractItemView>
 #include <QGroupBox>
 #include <QHelpEvent>
+#include <QMetaMethod>
 #include <QStyleFactory>
 #include <QTcpSocket>
 #include <QtTest>
@@ -23,6 +24,7 @@ class TestConsole : public QObject
 private slots:
     void initTestCase() { useLanguage(); }
     void cleanup() { remote().removeRecursively(); }
+    void declaresItsSlotsInOrder();
     void opensReadyToConnect();
     void showsItsVersion();
     void showsTextsThatDoNotFit();
@@ -60,6 +62,28 @@ QByteArray sideBySide(const QByteArray &left, const QByteArray &right)
 }
 
 } // namespace
+
+void TestConsole::declaresItsSlotsInOrder()
+{
+    const char expected[] =
+        "irImgLabelMouseMoved irImgLabelMousePressed rgbImgLabelMouseMoved "
+        "rgbImgLabelMousePressed update_task setImgUpdateState showRgbBtnClickAct "
+        "showIrBtnClickAct showMixBtnClickAct saveRgbPngBtnClickAct saveIrPngBtnClickAct "
+        "saveMixPngBtnClickAct saveRgbRawBtnClickAct saveIrRawBtnClickAct "
+        "saveMixRawBtnClickAct clearWatchTextBtnClickAct openWatchBtnClickAct "
+        "clearInfoTextBtnClickAct addUserBtnClickAct enrollBtnClickAct recgBtnClickAct "
+        "getTofDistBtnClickAct idealBtnClickAct getModeBtnClickAct delUserBtnClickAct "
+        "getUserListBtnClickAct exportUserInfoBtnClickAct clearUserBtnClickAct "
+        "remoteEnrollBtnClickAct clearUserFeatBtnClickAct importFeatureBtnClickAct "
+        "getSysInfoBtnClickAct manuCfgBtnClickAct restartBtnClickAct sysCfgBtnClickAct "
+        "recordBtnClickAct rebootBtnClickAct devCfgAct qrcodeBtnClickAct openBtnClickAct "
+        "closeBtnClickAct enableConnAct disableConnAct";
+    const QMetaObject &meta = MainWindow::staticMetaObject;
+    QStringList names;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        names.append(QString::fromLatin1(meta.method(i).name()));
+    QCOMPARE(names.join(' '), QString(expected));
+}
 
 void TestConsole::opensReadyToConnect()
 {

@@ -126,6 +126,12 @@ void TestLink::reconnectsAfterAFailedCommand()
     link.client.distrustReply();
     QVERIFY(link.client.resynchronize());
     QTRY_COMPARE(link.peer.connectionCount(), 4);
+    for (const char *reply : {"EAC5 000001 00 00", "EAC5 000001 00"}) {
+        link.peer.expect({hex("EAC5 000001 42"), {hex(reply)}});
+        QVERIFY(link.client.clearRecords()); // the second reply could be a late one
+    }
+    QVERIFY(link.client.resynchronize());
+    QTRY_COMPARE(link.peer.connectionCount(), 5);
     QCOMPARE(link.log.toPlainText(), QString("Unknown error.\nFail to accept ACK."));
 }
 
@@ -264,6 +270,7 @@ void TestLink::refuses_data()
     limit("getQrCodeList", 614400, "Unknown error.");
     limit("getMonthRecords", 320000, "Unknown error: 0");
 
+    replies("setMode", hex("EAC5 000000 42"), "Mode set failed: B");
     replies("getUserList", hex("EAC5 000000 07 6162"), "Unknown error: 0");
     replies("getMonthRecords", hex("EAC5 000003 00 0001"), "Unknown error: 0");
     replies("getEmptyUserId", hex("EAC5 000004 00 010203"), "unknown error.");

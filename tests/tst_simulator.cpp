@@ -131,6 +131,14 @@ void TestSimulator::pushesMessages()
     QVERIFY(!peer->readAll().contains("recognised"));
     QCOMPARE(client.ask("04 04"), hex("00"));
     QTRY_VERIFY(peer->peek(100000).contains("recognised"));
+    QTcpServer second;
+    QVERIFY(second.listen(QHostAddress::LocalHost, 0));
+    QCOMPARE(client.ask(QString::asprintf("08 7F000001 %04X", second.serverPort())), hex("00"));
+    QTRY_VERIFY(second.hasPendingConnections());
+    QTRY_COMPARE(peer->state(), QAbstractSocket::UnconnectedState);
+    QCOMPARE(client.ask(address), hex("00"));
+    QTRY_VERIFY(listener.hasPendingConnections());
+    peer = listener.nextPendingConnection();
 
     client.write(hex("EAC5000001 EF EAC5000001 0E")); // the users are not cleared any more
     QCOMPARE(client.take(1000), hex("EAC5000001 00"));
