@@ -273,6 +273,11 @@ void TestConfig::usesClockAndSensor()
     QCOMPARE(rig.press("corr TOF bias", hex("EAC5 000003 0A 0384"), hex("EAC5 000001 41")),
              QString("Fail to set TOF correct value：A|TOF bias correct failed."));
     QCOMPARE(rig.press("corr TOF bias"), QString());
+
+    rig.client.disconnectFromDevice();
+    const QString unsent = "Fail to send the data packet：-1|";
+    QCOMPARE(rig.press("sync RTC time"), unsent + "RTC time set failed.");
+    QCOMPARE(rig.press("get RTC time"), unsent + "Fail to get RTC.");
 }
 
 QTEST_MAIN(TestConfig)
