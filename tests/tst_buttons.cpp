@@ -1,6 +1,7 @@
 #include "data/wholefile.h"
 #include "dialogs/adduserdlg.h"
 #include "dialogs/qrcodedialog.h"
+#include "dialogs/remoteenrolldlg.h"
 #include "dialogs/setsysinfodlg.h"
 #include "testkit/modaldriver.h"
 #include "testkit/windowrig.h"
@@ -92,6 +93,8 @@ void addUserRows()
            "visible=false");
     create("User ID exists.|User creating failed.", "userNameEdit=a",
            "00000001 00000000" + padded("a", 64), "EAC5 000001 14");
+    create("User created.", "userNameEdit=a|cardEdit=4294967296",
+           "00000001 00000000" + padded("a", 64), Ok, "visible=false");
     const QString department = "|departmentEdit=" + Accented.repeated(17);
     create("Username can't be empty.", department);
     create("The username is too long.", "userNameEdit=" + Accented.repeated(17) + department);
@@ -170,6 +173,7 @@ void serialNumberRows()
     const char files[] = "select fw|bin|All Files (*)";
     boxRow("firmware", Settings, "selectOtaFileBtnClickAct", files, answer::file(fileOf(1)), "", "",
            "", "firmwareEdit=" + fileOf(1));
+    row("upgrade", Settings, "otaBtnClickAct", "", "", "", "Not supported for now.");
     boxRow("no-firmware", Settings, "selectOtaFileBtnClickAct", files, answer::close(), "", "",
            "firmwareEdit=a", "firmwareEdit=a");
 }
@@ -215,6 +219,10 @@ void userRows()
            "Feature file importing succeeded.", "idSpinBox=0");
     boxRow("long-file", Window, import, files, answer::file(fileOf(10241)), "", wrong);
     boxRow("no-file", Window, import, files, answer::close());
+    row("remote", makeDialog<RemoteEnrollDlg>, "startBtnClickAct", "", "EAC5 000006 04 06 000000FF",
+        Ok,
+        "Remote enrollment has been started, please follow the instructions of the device "
+        "to complete the enroll operation");
 }
 
 void settingsRows()

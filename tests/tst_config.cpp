@@ -21,6 +21,7 @@ private slots:
     void showsValues();
     void loadsAndSets_data();
     void loadsAndSets();
+    void exportsAndImports_data();
     void exportsAndImports();
     void describesTheMode();
     void usesClockAndSensor();
@@ -30,28 +31,58 @@ namespace {
 
 const QByteArray Ok = hex("EAC5 000001 00");
 
-const QByteArray Initials = "ouv"; // of the dialogs
-constexpr MakeWindow Makers[] = {makeDialog<OutputCfgDlg>, makeDialog<UserCfgDlg>,
-                                 makeDialog<vendorCfgDlg>};
-const QByteArray GetCodes = hex("1A 16 18");
-const QByteArray SetCodes = hex("1B 15 19");
+/// A dialog with the codes of its commands and its log lines.
+struct Dialog
+{
+    const char *name;
+    MakeWindow make;
+    const char *getCode;
+    const char *setCode;
+    const char *loaded;
+    const char *unparsed;
+    const char *issued;
+    const char *saved;
+    const char *notSaved;
+    const char *notOpened;
+};
+constexpr Dialog Dialogs[] = {
+    {"output", makeDialog<OutputCfgDlg>, "1A", "1B", "Cfg file loaded：%1", "json parsing failed.",
+     "Cfg data issued.", "File save to %1", "Fail to save the file：%1",
+     "Fail to open the file:%1"},
+    {"user", makeDialog<UserCfgDlg>, "16", "15", "Cfg file loaded：%1", "json parsing failed",
+     "Cfg data issued.", "File saved to %1", "Fail to save file：%1", "Fail to open file:%1"},
+    {"vendor", makeDialog<vendorCfgDlg>, "18", "19", "cfg file loaded：%1", "json parsing failed.",
+     "Cfg data issued", "File saved to %1", "Fail to save file：%1", "Fail to open file:%1"},
+};
 
 struct ConfigRig : DialogRig
 {
+    explicit ConfigRig(const Dialog &its)
+        : DialogRig(its.make),
+          words(its)
+    {
+    }
+    /// Takes the initial of the dialog's name.
     explicit ConfigRig(char initial)
-        : DialogRig(Makers[Initials.indexOf(initial)]),
-          index(Initials.indexOf(initial))
+        : ConfigRig(Dialogs[QByteArray("ouv").indexOf(initial)])
     {
     }
 
+    QString get(const char *button, const QByteArray &document)
+    {
+        return press(button, head(1) + hex(words.getCode), replyWith(document));
+    }
     /// Loads the document and returns the log lines behind the first, which is always the same.
     QStringList load(const QByteArray &document)
     {
-        return press("Load", head(1) + GetCodes[index], replyWith(document)).split('|').mid(1);
+        const QStringList loaded = get("Load", document).split('|');
+        if (loaded[0] != QString(words.loaded).arg(document.size()))
+            drive::fail(loaded[0]);
+        return loaded.mid(1);
     }
     QString send(const char *button, const QByteArray &document, const QByteArray &reply = Ok)
     {
-        return press(button, head(document.size() + 1) + SetCodes[index] + document, reply);
+        return press(button, head(document.size() + 1) + hex(words.setCode) + document, reply);
     }
     QString shown(const QByteArray &key) const
     {
@@ -60,7 +91,7 @@ struct ConfigRig : DialogRig
         return (choice.isValid() ? choice : control->property("text")).toString();
     }
 
-    const int index;
+    const Dialog &words;
 };
 
 } // namespace
@@ -131,7 +162,7 @@ void TestConfig::showsValues()
         ConfigRig rig(key[0].toLatin1());
         const QByteArray name = key.mid(2).toLatin1();
         auto *control = rig.find<QWidget>(name);
-        QVERIFY(rig.load("[{}]").value(0).startsWith("json parsing failed"));
+        QCOMPARE(rig.load("[{}]"), QStringList(rig.words.unparsed));
         QCOMPARE(control->isEnabled(), key[0] == 'u');
         QString shown = values.last().section('=', 1);
         QCOMPARE(rig.shown(name), shown);
@@ -202,14 +233,23 @@ void TestConfig::loadsAndSets()
     ConfigRig rig(QTest::currentDataTag()[0]);
     rig.load(document);
     QCOMPARE(rig.load("null"), QStringList());
-    QVERIFY(rig.send("Set", sent).startsWith("Cfg data issued"));
+    QCOMPARE(rig.send("Set", sent), QString(rig.words.issued));
     QCOMPARE(rig.send("Set", sent, hex("EAC5 000001 41")), QString("Unknown error."));
+}
+
+void TestConfig::exportsAndImports_data()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < 3; ++i)
+        QTest::newRow(Dialogs[i].name) << i;
 }
 
 void TestConfig::exportsAndImports()
 {
-    ConfigRig rig('v');
-    const QString path = QCoreApplication::applicationDirPath() + "/zt415_vendor.cfg";
+    QFETCH(int, index);
+    ConfigRig rig(Dialogs[index]);
+    const QString path =
+        QCoreApplication::applicationDirPath() + QString("/zt415_%1.cfg").arg(rig.words.name);
     const auto removeFile = [&path] { std::filesystem::remove_all(path.toStdString()); };
     const auto choose = answer::file(path);
     const ModalDriver driver({choose, choose, choose, answer::close(), [&](QWidget *box) {
@@ -219,8 +259,8 @@ void TestConfig::exportsAndImports()
                               }});
     QVERIFY(writeWholeFile(path, "a longer file"));
     const QByteArray content = hex("00FF0D0A257B");
-    QCOMPARE(rig.press("Export", hex("EAC5 000001 18"), replyWith(content)),
-             "File loaded：6|File saved to " + path);
+    const QString loaded = "File loaded：6|";
+    QCOMPARE(rig.get("Export", content), loaded + QString(rig.words.saved).arg(path));
     QCOMPARE(contentOf(path), content);
     QCOMPARE(rig.send("Import", content), QString("Cfg file issued."));
     const QByteArray longest(65530, 'x');
@@ -229,11 +269,10 @@ void TestConfig::exportsAndImports()
     QVERIFY(writeWholeFile(path, longest + 'x'));
     QCOMPARE(rig.press("Import"), QString("The data is too long for one packet."));
     QCOMPARE(rig.press("Import"), QString()); // cancelled
-    QCOMPARE(rig.press("Import"), "Fail to open file:" + path);
+    QCOMPARE(rig.press("Import"), QString(rig.words.notOpened).arg(path));
     removeFile();
     QVERIFY(QDir().mkpath(path));
-    QCOMPARE(rig.press("Export", hex("EAC5 000001 18"), replyWith(content)),
-             "File loaded：6|Fail to save file：" + path);
+    QCOMPARE(rig.get("Export", content), loaded + QString(rig.words.notSaved).arg(path));
     removeFile();
 }
 
@@ -259,7 +298,7 @@ void TestConfig::usesClockAndSensor()
     for (int second = 0; second < 60; ++second) {
         const QDateTime time = now.addSecs(second);
         QByteArray record(1, char(time.date().year() - 1970));
-        for (const QString &part : time.toString("M d h m s").split(' '))
+        for (const QString &part : QLocale::c().toString(time, "M d h m s").split(' '))
             record += char(part.toInt());
         rig.peer.serve(hex("EAC5 000007 07") + record, Ok);
     }

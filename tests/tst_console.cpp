@@ -1,5 +1,6 @@
 #include "app/language.h"
 #include "dialogs/adduserdlg.h"
+#include "dialogs/qrcodedialog.h"
 #include "dialogs/remoteenrolldlg.h"
 #include "dialogs/setsysinfodlg.h"
 #include "testkit/modaldriver.h"
@@ -9,6 +10,7 @@
 #include "widgets/elidingcombobox.h"
 
 #include <QAbstractItemView>
+#include <QDateTimeEdit>
 #include <QGroupBox>
 #include <QHelpEvent>
 #include <QMetaMethod>
@@ -280,6 +282,14 @@ void TestConsole::limitsTypedText()
     drive::type(settings.dialog.get(), "serialEdit", "KV-24_03 abcDEF789xyz");
     QTest::keyClick(settings.find<QWidget>("serialEdit"), Qt::Key_Return); // presses no button
     QCOMPARE(settings.value("serialEdit"), QVariant("KV2403abcDEF789"));
+    const DialogRig codes(makeDialog<QRCodeDialog>);
+    for (const auto &[edit, minimum] : {std::pair("start_time_edit", "2000-09-14T00:00:00Z"),
+                                        std::pair("end_time_edit", "2000-01-01T00:00:00Z")}) {
+        const auto *times = codes.find<QDateTimeEdit>(edit);
+        QCOMPARE(times->minimumDateTime().toString(Qt::ISODate), QString(minimum));
+        QCOMPARE(times->dateTime().toString(Qt::ISODate), QString("2023-08-14T00:00:00Z"));
+        QCOMPARE(times->maximumDateTime().toString(Qt::ISODate), QString("2300-12-31T23:59:59Z"));
+    }
 }
 
 void TestConsole::generatesASerialNumber()

@@ -30,6 +30,12 @@ void TestJson::reads()
     QCOMPARE(read(QByteArray(100000, '[') + QByteArray(100000, ']')), QString("refused"));
     QCOMPARE(read(QByteArray(R"({"key":)").repeated(100000)), QString("refused"));
     QCOMPARE(read(QByteArray::fromRawData("[12]", 3)), QString("refused"));
+    for (const char *document : {"\xEF\xBB\xBF{\"key\":1}", R"({"key":1e400})",
+                                 R"({"key":"\uD800"})", "{\"key\":1", "/*{\"key\":1}"})
+        QCOMPARE(read(document), QString("refused"));
+    QCOMPARE(read("{\"key\":" + QByteArray(400, '9') + '}'), QString("refused"));
+    QCOMPARE(read(QByteArray("{\"key\":1}\0}]x", 13)), QString("1, 1"));
+    QCOMPARE(read(R"({"key":1,"key":2})"), QString("2, 2"));
     QCOMPARE(read("[[[[[[[[[[]]]]]]]]]]"), QString("none, none"));
     QCOMPARE(read(R"({"key": "a\u0000b"})"), QString::fromLatin1("a\0b, none", 9));
     QCOMPARE(read(R"({"key": "\u5f20三"})"), QString("张三, none"));

@@ -79,11 +79,12 @@ void TestLink::connectsAndDisconnects()
     QVERIFY(link.client.disconnectFromDevice());
     QVERIFY(link.client.connectToDevice("127.0.0.1", link.peer.port()));
     QVERIFY(!link.client.connectToDevice("127.0.0.1", freePort()));
+    QVERIFY(!link.client.connectToDevice(nullptr, link.peer.port()));
     QCOMPARE(link.client.sendPacket(6), 0);
     QCOMPARE(link.log.toPlainText(),
              QString("Device connected.\nThe connection is abandoned.\n"
                      "The connection is abandoned.\nDevice connected.\n"
-                     "Connecting failed.\nFail to send the data packet：-1"));
+                     "Connecting failed.\nConnecting failed.\nFail to send the data packet：-1"));
 }
 
 // Nearly every command waits a second for its reply, the list of QR codes two.

@@ -101,18 +101,23 @@ void TestLogs::copiesAndSaves()
     QVERIFY2(form.match(QString::fromUtf8(saved)).hasMatch(), saved.constData());
     log.clear();
     choose(&log, "Save As…", QKeySequence::Save);
-#ifdef Q_OS_UNIX // a full disk; what is written fits the buffer of the file
+#ifdef Q_OS_UNIX // a full disk; what is written fits the buffer of the file, or a part of it fits
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit former;
     getrlimit(RLIMIT_FSIZE, &former);
-    const rlimit full{0, former.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &full);
-    driver.then(answer::file(path));
-    driver.then(answer::yes());
-    choose(&log, "Save As…", QKeySequence::Save);
-    setrlimit(RLIMIT_FSIZE, &former);
-    QCOMPARE(log.toPlainText(), "Fail to save the log：" + path);
-    QCOMPARE(contentOf(path), saved);
+    for (const int limit : {0, 4096}) {
+        log.clear();
+        textlog::append(&log, QString(limit, 'x'));
+        const rlimit full{static_cast<rlim_t>(limit), former.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+        driver.then(answer::file(path));
+        driver.then(answer::yes());
+        choose(&log, "Save As…", QKeySequence::Save);
+        setrlimit(RLIMIT_FSIZE, &former);
+        QVERIFY(log.toPlainText().endsWith("Fail to save the log：" + path));
+        QCOMPARE(contentOf(path), saved);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    }
 #endif
 }
 
@@ -153,6 +158,9 @@ void TestLogs::servesOneTerminalAtATime()
     const QStringList lines = textlog::fullText(&log).split('\n');
     const QStringList pieces = lines.mid(3, lines.size() - 4);
     QVERIFY(pieces.size() >= 5 && pieces.join(QString()).remove("Data In:") == flood);
+    first.connectToHost("127.0.0.1", tcpServer->serverPort());
+    first.write("next");
+    QTRY_VERIFY(log.toPlainText().endsWith("Data In:next"));
 }
 
 void TestLogs::findsTheLocalAddress()

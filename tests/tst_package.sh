@@ -8,9 +8,14 @@ export HOME="$place" XDG_DATA_HOME="$place/data" LC_ALL=C.UTF-8 QT_QPA_PLATFORM=
 id=example.kovant.quirel
 
 cpack --config "$1/CPackConfig.cmake" -B "$place/made"
-mkdir "$place/100% \$掌"
+mkdir "$place/unpacked"
+tar -xzf "$place"/made/quirel-"$2"-*.tar.gz -C "$place/unpacked"
+mv "$place"/unpacked/quirel-* "$place/100% \$掌"
+rmdir "$place/unpacked"
 cd "$place/100% \$掌"
-tar -xzf "$place"/made/quirel-"$2"-*.tar.gz --strip-components=1
+[ "$(echo *)" = "CHANGELOG.md CONTRIBUTING.md INSTALL.md README.md docs img install-desktop-entry \
+quirel quirel-simulator remote share translations" ]
+rmdir img remote && mkdir img remote # They were empty.
 grep -F "<release version=\"$2\"" share/metainfo/$id.metainfo.xml
 appstreamcli validate --no-net share/metainfo/$id.metainfo.xml
 

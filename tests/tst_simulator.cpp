@@ -66,6 +66,7 @@ void TestSimulator::streams()
         const bool ends = received.endsWith("END");
         const QByteArray expected = QByteArray::fromHex(received.chopped(ends ? 3 : 0));
         QCOMPARE(client.take(ends ? 1000 : expected.size()), expected);
+        QCOMPARE(client.bytesAvailable(), qint64{0});
         QCOMPARE(client.state() == QAbstractSocket::UnconnectedState, ends);
         QVERIFY2(timer.elapsed() >= ms.toInt(), faults.constData());
 

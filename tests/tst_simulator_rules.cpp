@@ -152,9 +152,9 @@ void TestSimulatorRules::records()
     options.passages = 6000;
     options.ring = 9800;
     options.enrollMs = 100;
+    const QDate today = QDate::currentDate();
     sim::Terminal terminal(options);
     SimClient client(terminal);
-    const QDate today = QDate::currentDate();
     const QString month = QString::asprintf("%04X %02X", today.year(), today.month());
     const auto page = [&](const char *from) { return client.ask("43" + month + from); };
     QTRY_VERIFY(page("00001770").size() > 103); // a passage
@@ -164,7 +164,6 @@ void TestSimulatorRules::records()
     QCOMPARE(client.ask("04 01 00000003"), hex("00"));
     QTRY_COMPARE(client.ask("05"), hex("00"));
     QCOMPARE(page("00001770"), last);
-    QCOMPARE(last.mid(107, 10), today.toString(Qt::ISODate).toLatin1());
     QCOMPARE(client.ask("04 03"), hex("00"));
     QTRY_VERIFY(page("00001770").size() > last.size());
     QVERIFY(page("00001770").mid(3).startsWith(last.mid(3)));
@@ -172,6 +171,9 @@ void TestSimulatorRules::records()
     QVERIFY(first.startsWith(hex("00 0BB8")) && first.size() == 300003);
     const QByteArray all = first + page("00001770").mid(3);
     const auto time = [&](int at) { return all.mid(at + 4, 10) + all.mid(at + 20, 8); };
+    if (QDate::currentDate() != today)
+        return records(); // it was midnight
+    QCOMPARE(last.mid(107, 10), today.toString(Qt::ISODate).toLatin1());
     for (int at = 103; at < all.size(); at += 100)
         QVERIFY(time(at) >= time(at - 100));
     QCOMPARE(client.ask("40").count(".dat"), 3); // of the newest records
@@ -261,13 +263,15 @@ void TestSimulatorRules::failedSavesAreTriedAgain()
     rlimit former;
     getrlimit(RLIMIT_FSIZE, &former);
     const rlimit full{4096, former.rlim_max}; // a part of the file still fits
+    const QByteArray before = contentOf(path);
     setrlimit(RLIMIT_FSIZE, &full);
     SimClient(*terminals[0]).ask("04 00");
     const bool failed = QTest::qWaitFor([] { return !lines.isEmpty(); });
+    const bool isKept = contentOf(path) == before;
     setrlimit(RLIMIT_FSIZE, &former);
     const bool saved = QTest::qWaitFor([] { return lines.size() > 1; });
     qInstallMessageHandler(handler);
-    QVERIFY(failed && saved);
+    QVERIFY(failed && isKept && saved);
     QCOMPARE(lines, QStringList({"Cannot write " + path + ": File too large", "Saved " + path}));
 #endif
 }
