@@ -25,7 +25,7 @@ endif()
 
 if(QUIREL_SANITIZE)
     if(NOT CMAKE_CXX_COMPILER_ID STREQUAL Clang)
-        message(FATAL_ERROR "QUIREL_SANITIZE needs clang; an older build folder must be removed.")
+        message(FATAL_ERROR "QUIREL_SANITIZE needs clang.")
     endif()
     add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=undefined
                         -fno-omit-frame-pointer)
